@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace thermopix {
+
+/// Why a system service refused, in words.
+struct ServiceError {
+    std::string description;
+
+    friend bool operator==(const ServiceError&, const ServiceError&) = default;
+};
+
+/// Opens the program at login. Main thread.
+class LoginItemManaging {
+public:
+    virtual ~LoginItemManaging() = default;
+
+    /// As the system judges it now.
+    [[nodiscard]] virtual bool isEnabled() const = 0;
+
+    /// None on success.
+    [[nodiscard]] virtual std::optional<ServiceError> setEnabled(bool enabled) = 0;
+};
+
+}  // namespace thermopix

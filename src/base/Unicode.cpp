@@ -1,0 +1,106 @@
+#include "base/Unicode.h"
+
+#include <utf8proc.h>
+
+#include <array>
+#include <cstdint>
+
+namespace thermopix {
+
+namespace {
+
+constexpr std::int32_t capitalIWithDotAbove = 0x130;
+constexpr std::string_view smallIWithCombiningDot = "i\u0307";
+constexpr std::string_view replacementCharacter = "\uFFFD";
+
+struct Decoded {
+    std::int32_t codepoint;  // negative for an invalid byte
+    std::size_t length;
+};
+
+Decoded decodeFirst(std::string_view text) {
+    std::int32_t codepoint = -1;
+    const auto length = utf8proc_iterate(reinterpret_cast<const std::uint8_t*>(text.data()),
+                                         static_cast<utf8proc_ssize_t>(text.size()), &codepoint);
+    if (length <= 0) {
+        return {-1, 1};
+    }
+    return {codepoint, static_cast<std::size_t>(length)};
+}
+
+void appendCodepoint(std::string& text, std::int32_t codepoint) {
+    std::array<std::uint8_t, 4> bytes{};
+    const auto length = utf8proc_encode_char(codepoint, bytes.data());
+    text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
+}
+
+}  // namespace
+
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> found;
+    std::int32_t state = 0;
+    std::int32_t previous = -1;
+    std::size_t start = 0;
+    std::size_t position = 0;
+    while (position < text.size()) {
+        const auto [codepoint, length] = decodeFirst(text.substr(position));
+        const bool breaks = position > start && (previous < 0 || codepoint < 0 ||
+                                                 utf8proc_grapheme_break_stateful(previous, codepoint, &state));
+        if (breaks) {
+            found.push_back(text.substr(start, position - start));
+            start = position;
+            if (previous < 0 || codepoint < 0) {
+                state = 0;
+            }
+        }
+        previous = codepoint;
+        position += length;
+    }
+    if (position > start) {
+        found.push_back(text.substr(start, position - start));
+    }
+    return found;
+}
+
+std::size_t characterCount(std::string_view text) {
+    return characters(text).size();
+}
+
+std::string lowercased(std::string_view text) {
+    std::string lower;
+    lower.reserve(text.size());
+    while (!text.empty()) {
+        const auto [codepoint, length] = decodeFirst(text);
+        if (codepoint < 0) {
+            lower += text.front();
+        } else if (codepoint == capitalIWithDotAbove) {
+            lower += smallIWithCombiningDot;
+        } else {
+            appendCodepoint(lower, utf8proc_tolower(codepoint));
+        }
+        text.remove_prefix(length);
+    }
+    return lower;
+}
+
+std::string repairedUtf8(std::string_view bytes) {
+    std::string repaired;
+    repaired.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const auto [codepoint, length] = decodeFirst(bytes);
+        repaired += codepoint < 0 ? replacementCharacter : bytes.substr(0, length);
+        bytes.remove_prefix(length);
+    }
+    return repaired;
+}
+
+std::string paddedRight(std::string_view text, std::size_t columns) {
+    std::string padded(text);
+    const std::size_t count = characterCount(text);
+    if (count < columns) {
+        padded.append(columns - count, ' ');
+    }
+    return padded;
+}
+
+}  // namespace thermopix

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "app/AppEnvironment.h"
+#include "menubar/StatusItem.h"
+#include "menubar/StatusMenuController.h"
+#include "sensing/Display.h"
+
+namespace thermopix {
+
+/// Owns the one status item: asks for a reading on each tick, redraws only what has changed, blinks, and hands each
+/// new display to the menu. Main thread.
+class StatusItemController {
+public:
+    /// Everything besides the display that changes the picture.
+    struct Appearance {
+        PixelStyle style = PixelStyle::arcade;
+        PixelSize size = PixelSize::compact;
+        PixelPet pet = PixelPet::none;
+        bool showsUnitLetter = false;
+        bool blinking = false;
+
+        friend bool operator==(const Appearance&, const Appearance&) = default;
+    };
+
+    /// Creates the item and starts ticking. `environment` and `statusBar` outlive the controller.
+    StatusItemController(AppEnvironment& environment, StatusBar& statusBar, StatusMenuController::Actions actions);
+    ~StatusItemController();
+    StatusItemController(const StatusItemController&) = delete;
+    StatusItemController& operator=(const StatusItemController&) = delete;
+
+    [[nodiscard]] StatusMenuController& menuController() { return menuController_; }
+
+    /// A fresh reading, drawn if it changes anything.
+    void refresh();
+
+private:
+    void observePreferences();
+    void startTicking();
+    void startBlinking();
+    void blink();
+    void redraw();
+
+    AppEnvironment& environment_;
+    StatusMenuController menuController_;
+    std::unique_ptr<StatusItem> statusItem_;
+    std::vector<Subscription> subscriptions_;
+    Subscription blinkTimer_;
+    Subscription eyesOpenTimer_;
+    std::optional<Display> lastDrawn_;
+    std::optional<Display> lastRendered_;
+    std::optional<Appearance> lastAppearance_;
+    bool isBlinking_ = false;
+    /// Lets posted work notice that the controller is gone.
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace thermopix

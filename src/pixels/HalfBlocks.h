@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "pixels/PixelBitmap.h"
+
+namespace thermopix {
+
+enum class TerminalColor { allowed, avoided };
+
+/// The bitmap as lines of text for a terminal, two cell rows a line in half blocks, one column a cell. Full ink has
+/// the terminal's own colour; ghost ink is dim, or, where colour is avoided, left out.
+[[nodiscard]] std::vector<std::string> halfBlockLines(const PixelBitmap& bitmap, TerminalColor color);
+
+}  // namespace thermopix

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+namespace thermopix {
+
+/// Where a headless report prints, one line at a time, complete even when the process ends right after.
+class StandardOutput {
+public:
+    virtual ~StandardOutput() = default;
+    virtual void line(std::string_view text) = 0;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace thermopix {
+
+/// An owned object of the HID event system (client, service, event), released when dropped; null means absent.
+using HIDObject = std::unique_ptr<void, void (*)(void*)>;
+
+[[nodiscard]] inline HIDObject noHIDObject() {
+    return {nullptr, [](void*) {}};
+}
+
+/// A property that is no text; its value does not matter.
+struct OtherHIDProperty {};
+using HIDProperty = std::variant<std::string, OtherHIDProperty>;
+
+struct HIDMatching {
+    std::string_view key;
+    std::int32_t value;
+};
+
+/// The six entry points of the HID event system that reading temperatures takes, each named after the framework
+/// function that it is bound to; main thread. The table may be answered by anything that publishes named sensors.
+struct HIDSymbols {
+    std::function<HIDObject()> create;
+    std::function<void(void* client, const std::array<HIDMatching, 2>& matching)> setMatching;
+    std::function<std::optional<std::vector<HIDObject>>(void* client)> copyServices;
+    std::function<std::optional<HIDProperty>(void* service, std::string_view key)> copyProperty;
+    std::function<HIDObject(void* service, std::int64_t type, std::int32_t options, std::int64_t timestamp)> copyEvent;
+    std::function<double(void* event, std::int32_t field)> getFloat;
+};
+
+/// Finds the entry points by name at run time.
+class HIDSymbolLoader {
+public:
+    virtual ~HIDSymbolLoader() = default;
+
+    /// Opens the library; false when that fails. Never closed again.
+    [[nodiscard]] virtual bool open(std::string_view path) = 0;
+
+    /// Binds the function called `name` to its entry of the table; false when the name does not resolve.
+    [[nodiscard]] virtual bool bind(std::string_view name, HIDSymbols& symbols) = 0;
+};
+
+/// The complete table, or what was missing.
+struct HIDSymbolResolution {
+    std::optional<HIDSymbols> resolved;
+    std::string failed;
+};
+
+/// Opens the framework and looks up all six names; the first that does not resolve is reported.
+[[nodiscard]] HIDSymbolResolution resolveHIDSymbols(HIDSymbolLoader& loader);
+
+}  // namespace thermopix

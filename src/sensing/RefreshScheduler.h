@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "base/Subscription.h"
+#include "platform/MainLoop.h"
+#include "platform/SleepNotifications.h"
+#include "sensing/RefreshInterval.h"
+
+namespace thermopix {
+
+/// The heartbeat of the readout: ticks at once and then at the interval, rests while the machine or its displays
+/// sleep, and on wake calls `onWake` before the first new tick. Main thread.
+class RefreshScheduler {
+public:
+    /// Both outlive the scheduler.
+    RefreshScheduler(MainLoop& mainLoop, SleepNotifications& sleepNotifications);
+
+    void start(RefreshInterval interval);
+    /// A new interval ticks at once; the one in use changes nothing.
+    void setInterval(RefreshInterval interval);
+    void stop();
+
+    [[nodiscard]] RefreshInterval interval() const { return interval_; }
+    [[nodiscard]] bool isRunning() const { return isRunning_; }
+    [[nodiscard]] bool isAsleep() const { return isAsleep_; }
+
+    /// The callbacks set last are the ones called.
+    std::function<void()> onTick;
+    std::function<void()> onWake;
+
+private:
+    void schedule();
+    void suspend();
+    void wake();
+    void observeSleep();
+
+    MainLoop& mainLoop_;
+    SleepNotifications& sleepNotifications_;
+    Subscription timer_;
+    std::vector<Subscription> observers_;
+    RefreshInterval interval_ = RefreshInterval::twoSeconds;
+    bool isRunning_ = false;
+    bool isAsleep_ = false;
+};
+
+}  // namespace thermopix

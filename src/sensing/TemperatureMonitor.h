@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/DiagnosticLog.h"
+#include "sensing/Display.h"
+#include "sensing/SensorSource.h"
+#include "sensing/TemperatureSensing.h"
+#include "sensing/TemperatureSmoother.h"
+
+namespace thermopix {
+
+/// Turns a backend's readings into a `Display`, one poll a refresh tick: picks the answering stage, smooths, holds
+/// the last value through short failures, blanks after longer ones and asks for rediscovery. Main thread.
+class TemperatureMonitor {
+public:
+    using PressureReader = std::function<ThermalPressure()>;
+
+    static constexpr double hotThresholdCelsius = 85.0;
+    static constexpr std::int64_t failuresBeforeBlanking = 3;
+    static constexpr std::int64_t failuresBetweenRediscovery = 15;
+
+    /// `sensor` and `log` outlive the monitor.
+    TemperatureMonitor(TemperatureSensing& sensor, PressureReader pressureReader, DiagnosticLog& log);
+
+    [[nodiscard]] Display poll(SensorSource source, TemperatureUnit unit);
+
+    /// Forgets readings and failures and rediscovers the sensors.
+    void reset();
+
+    [[nodiscard]] bool isSensorAvailable() const { return sensor_.isAvailable(); }
+
+    /// How many sensors deliver an accepted reading, counted once until `reset()`.
+    [[nodiscard]] std::int64_t readableSensorCount();
+
+    /// The samples of the stage that answered the last poll; empty after a failed one.
+    [[nodiscard]] const std::vector<SensorSample>& lastSamples() const { return lastSamples_; }
+
+private:
+    [[nodiscard]] std::optional<double> sampleStages(SensorSource source);
+    [[nodiscard]] Display displayOfReading(double celsius, TemperatureUnit unit, ThermalPressure pressure);
+    [[nodiscard]] Display displayWithoutReading(TemperatureUnit unit, ThermalPressure pressure);
+    void rediscoverIfDue();
+
+    TemperatureSensing& sensor_;
+    PressureReader pressureReader_;
+    DiagnosticLog& log_;
+    TemperatureSmoother smoother_;
+    std::int64_t consecutiveFailures_ = 0;
+    std::optional<SensorSource> smoothedSource_;
+    std::optional<PetMood> lastMood_;
+    std::vector<SensorSample> lastSamples_;
+    std::optional<std::int64_t> cachedReadableSensorCount_;
+};
+
+}  // namespace thermopix
