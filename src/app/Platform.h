@@ -8,6 +8,7 @@
 #include "platform/MainLoop.h"
 #include "platform/MonotonicClock.h"
 #include "platform/SleepNotifications.h"
+#include "platform/StandardOutput.h"
 #include "platform/SystemInformation.h"
 #include "platform/ThermalStateReader.h"
 #include "platform/UserDefaults.h"
@@ -22,6 +23,8 @@ public:
     virtual ~Platform() = default;
 
     [[nodiscard]] virtual DiagnosticLog& log() = 0;
+    [[nodiscard]] virtual StandardOutput& standardOutput() = 0;
+    [[nodiscard]] virtual StandardOutput& standardError() = 0;
     [[nodiscard]] virtual MainLoop& mainLoop() = 0;
     [[nodiscard]] virtual MonotonicClock& clock() = 0;
     [[nodiscard]] virtual SleepNotifications& sleepNotifications() = 0;
@@ -36,5 +39,8 @@ public:
     /// Whether the process was loaded into a unit-test host, by other signs than its environment variables.
     [[nodiscard]] virtual bool isInsideUnitTestHost() const = 0;
 };
+
+/// Each platform defines this once.
+[[nodiscard]] std::unique_ptr<Platform> makePlatform();
 
 }  // namespace thermopix

@@ -4,7 +4,7 @@
 
 namespace thermopix {
 
-/// Where a headless report prints, one line at a time, complete even when the process ends right after.
+/// Where text for a person or a script is printed, one line at a time, complete even when the process ends right after.
 class StandardOutput {
 public:
     virtual ~StandardOutput() = default;

@@ -11,6 +11,7 @@
 #include "fakes/ManualSleepNotifications.h"
 #include "fakes/MemoryUserDefaults.h"
 #include "fakes/RecordingLog.h"
+#include "fakes/RecordingOutput.h"
 #include "fakes/ScriptedHIDLoader.h"
 
 namespace thermopix {
@@ -20,6 +21,8 @@ namespace thermopix {
 class FakePlatform final : public Platform {
 public:
     [[nodiscard]] RecordingLog& log() override { return recordingLog; }
+    [[nodiscard]] RecordingOutput& standardOutput() override { return output; }
+    [[nodiscard]] RecordingOutput& standardError() override { return errors; }
     [[nodiscard]] ManualMainLoop& mainLoop() override { return manualMainLoop; }
     [[nodiscard]] MonotonicClock& clock() override { return steppingClock; }
     [[nodiscard]] ManualSleepNotifications& sleepNotifications() override { return manualSleep; }
@@ -43,6 +46,8 @@ public:
     [[nodiscard]] bool isInsideUnitTestHost() const override { return insideUnitTestHost; }
 
     RecordingLog recordingLog;
+    RecordingOutput output;
+    RecordingOutput errors;
     ManualMainLoop manualMainLoop;
     SteppingClock steppingClock;
     ManualSleepNotifications manualSleep;
