@@ -36,8 +36,7 @@ void appendCodepoint(std::string& text, std::int32_t codepoint) {
 
 }  // namespace
 
-std::vector<std::string_view> characters(std::string_view text) {
-    std::vector<std::string_view> found;
+void forEachCharacter(std::string_view text, FunctionView<void(std::string_view)> visit) {
     std::int32_t state = 0;
     std::int32_t previous = -1;
     std::size_t start = 0;
@@ -47,7 +46,7 @@ std::vector<std::string_view> characters(std::string_view text) {
         const bool breaks = position > start && (previous < 0 || codepoint < 0 ||
                                                  utf8proc_grapheme_break_stateful(previous, codepoint, &state));
         if (breaks) {
-            found.push_back(text.substr(start, position - start));
+            visit(text.substr(start, position - start));
             start = position;
             if (previous < 0 || codepoint < 0) {
                 state = 0;
@@ -57,13 +56,20 @@ std::vector<std::string_view> characters(std::string_view text) {
         position += length;
     }
     if (position > start) {
-        found.push_back(text.substr(start, position - start));
+        visit(text.substr(start, position - start));
     }
+}
+
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> found;
+    forEachCharacter(text, [&found](std::string_view character) { found.push_back(character); });
     return found;
 }
 
 std::size_t characterCount(std::string_view text) {
-    return characters(text).size();
+    std::size_t count = 0;
+    forEachCharacter(text, [&count](std::string_view) { ++count; });
+    return count;
 }
 
 std::string lowercased(std::string_view text) {

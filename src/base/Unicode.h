@@ -5,10 +5,15 @@
 #include <string_view>
 #include <vector>
 
+#include "base/FunctionView.h"
+
 namespace thermopix {
 
 /// UTF-8 text by the rules of Unicode (UAX #29 for user-perceived characters). Invalid bytes count as one character
 /// each and are never an error.
+
+/// Calls `visit` with each user-perceived character of a text in turn, as a view into it; allocates nothing.
+void forEachCharacter(std::string_view text, FunctionView<void(std::string_view)> visit);
 
 /// The user-perceived characters of a text, as views into it.
 [[nodiscard]] std::vector<std::string_view> characters(std::string_view text);
