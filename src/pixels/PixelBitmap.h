@@ -36,6 +36,9 @@ public:
     friend bool operator==(const PixelBitmap&, const PixelBitmap&) = default;
 
 private:
+    template <typename Picture>
+    void placeCells(const Picture& picture, std::int64_t x, std::int64_t y);
+
     std::int64_t width_ = 0;
     std::int64_t height_ = 0;
     std::vector<Ink> cells_;
