@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/StandardOutput.h"
+#include "platform/linux/files/WriteAll.h"
+
+namespace thermopix {
+
+/// Prints to an open file descriptor, unbuffered. Where nobody reads any more (SIGPIPE is ignored by the process) or
+/// the disk is full, lines are dropped.
+class StandardOutputStream final : public StandardOutput {
+public:
+    /// The descriptor stays the caller's.
+    explicit StandardOutputStream(int descriptor);
+    StandardOutputStream(int descriptor, WriteFunction write);
+
+    void line(std::string_view text) override;
+
+private:
+    int descriptor_;
+    WriteFunction write_;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,105 @@
+#include "platform/linux/files/FileUserDefaultsDatabases.h"
+
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "fakes/RecordingLog.h"
+#include "platform/linux/userdefaults/TemporaryFolder.h"
+
+namespace thermopix {
+namespace {
+
+class FileUserDefaultsDatabasesTest : public testing::Test {
+protected:
+    TemporaryFolder temporary;
+    RecordingLog log;
+    FileUserDefaultsDatabases databases{temporary.path("thermopix"), log};
+};
+
+TEST_F(FileUserDefaultsDatabasesTest, StandardDatabaseIsTheFolderItself) {
+    EXPECT_TRUE(databases.standard()->setData("preferences.v1", "{}"));
+    EXPECT_EQ(temporary.read("thermopix/preferences.v1"), "{}");
+}
+
+TEST_F(FileUserDefaultsDatabasesTest, SuitesLieInFoldersOfTheirOwn) {
+    const auto suite = databases.suite("trial");
+    ASSERT_NE(suite, nullptr);
+    EXPECT_EQ(temporary.entries(), std::vector<std::string>{});
+    EXPECT_TRUE(suite->setData("preferences.v1", "{}"));
+    EXPECT_EQ(temporary.read("thermopix/suites/trial/preferences.v1"), "{}");
+    EXPECT_EQ(databases.standard()->data("preferences.v1"), std::nullopt);
+    EXPECT_EQ(databases.suite("other")->data("preferences.v1"), std::nullopt);
+    EXPECT_EQ(databases.suite("trial")->data("preferences.v1"), "{}");
+}
+
+TEST_F(FileUserDefaultsDatabasesTest, NamesThatWouldLeaveTheFolderCannotBeOpened) {
+    for (const std::string& name :
+         {std::string(), std::string("."), std::string(".."), std::string("../thermopix"), std::string("/tmp"),
+          std::string("a/b"), std::string("a/"), std::string("a\0b", 3), std::string(256, 's')}) {
+        EXPECT_EQ(databases.suite(name), nullptr) << name;
+    }
+    EXPECT_NE(databases.suite(std::string(255, 's')), nullptr);
+    EXPECT_NE(databases.suite("..."), nullptr);
+    EXPECT_EQ(temporary.entries(), std::vector<std::string>{});
+}
+
+TEST_F(FileUserDefaultsDatabasesTest, LinkThatLeadsOutsideCannotBeOpened) {
+    std::filesystem::create_directories(temporary.path("thermopix/suites/inside"));
+    std::filesystem::create_directories(temporary.path("thermopix/suites-beside"));
+    std::filesystem::create_directories(temporary.path("outside"));
+    const auto link = [&](const std::string& target, const std::string& name) {
+        std::filesystem::create_symlink(target, temporary.path("thermopix/suites/" + name));
+    };
+    link(temporary.path("outside"), "absolute");
+    link("../../outside", "relative");
+    link("relative", "chain");
+    link("../suites-beside", "beside");
+    link("nowhere", "dangling");
+    link("loop", "loop");
+    link(".", "itself");
+    link("inside", "alias");
+    for (const std::string_view name : {"absolute", "relative", "chain", "beside", "dangling", "loop", "itself"}) {
+        EXPECT_EQ(databases.suite(name), nullptr) << name;
+    }
+    ASSERT_NE(databases.suite("alias"), nullptr);
+    EXPECT_TRUE(databases.suite("alias")->setData("key", "x"));
+    EXPECT_EQ(databases.suite("inside")->data("key"), "x");
+}
+
+TEST_F(FileUserDefaultsDatabasesTest, FileInPlaceOfASuiteCannotBeOpened) {
+    temporary.write("thermopix/suites/trial", "a file");
+    EXPECT_EQ(databases.suite("trial"), nullptr);
+}
+
+TEST_F(FileUserDefaultsDatabasesTest, WithoutAFolderNothingIsKept) {
+    FileUserDefaultsDatabases none("", log);
+    EXPECT_EQ(none.suite("trial"), nullptr);
+    EXPECT_FALSE(none.standard()->setData("preferences.v1", "{}"));
+}
+
+TEST(SettingsFolder, FollowsTheBaseDirectoryVariables) {
+    EXPECT_EQ(settingsFolder({{"XDG_CONFIG_HOME", "/configuration"}, {"HOME", "/home/user"}}),
+              "/configuration/thermopix");
+    EXPECT_EQ(settingsFolder({{"XDG_CONFIG_HOME", "/configuration/"}}), "/configuration/thermopix");
+    EXPECT_EQ(settingsFolder({{"HOME", "/home/user"}}), "/home/user/.config/thermopix");
+    EXPECT_EQ(settingsFolder({{"XDG_CONFIG_HOME", ""}, {"HOME", "/home/user"}}), "/home/user/.config/thermopix");
+    EXPECT_EQ(settingsFolder({{"XDG_CONFIG_HOME", "relative"}, {"HOME", "/home/user"}}),
+              "/home/user/.config/thermopix");
+}
+
+TEST(SettingsFolder, AsksTheUserDatabaseWithoutVariables) {
+    const passwd* user = getpwuid(getuid());
+    ASSERT_NE(user, nullptr);
+    const std::string expected = (std::filesystem::path(user->pw_dir) / ".config/thermopix").native();
+    EXPECT_EQ(settingsFolder({}), expected);
+    EXPECT_EQ(settingsFolder({{"HOME", ""}}), expected);
+    EXPECT_EQ(settingsFolder({{"HOME", "relative"}}), expected);
+}
+
+}  // namespace
+}  // namespace thermopix

@@ -1,0 +1,390 @@
+#include "platform/linux/files/FileUserDefaults.h"
+
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/PreferencesStore.h"
+#include "fakes/RecordingLog.h"
+#include "platform/linux/files/Descriptor.h"
+#include "platform/linux/userdefaults/TemporaryFolder.h"
+
+namespace thermopix {
+namespace {
+
+using Names = std::vector<std::string>;
+
+constexpr std::string_view key = "preferences.v1";
+
+mode_t permissions(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777U;
+}
+
+/// Runs `work` in a process of its own and answers its exit status.
+template <typename Work>
+int statusOfChild(Work work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(work());
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class FileUserDefaultsTest : public testing::Test {
+protected:
+    FileUserDefaults made(WriteFunction write = ::write) { return {temporary.path("settings"), log, std::move(write)}; }
+
+    TemporaryFolder temporary;
+    RecordingLog log;
+};
+
+/// Writes at most `room` bytes, then fails as a full disk does.
+WriteFunction diskWithRoom(std::size_t room) {
+    return [room](int descriptor, const void* bytes, std::size_t count) mutable -> ssize_t {
+        if (room == 0) {
+            errno = ENOSPC;
+            return -1;
+        }
+        const ssize_t written = write(descriptor, bytes, std::min(count, room));
+        room -= static_cast<std::size_t>(std::max<ssize_t>(written, 0));
+        return written;
+    };
+}
+
+TEST_F(FileUserDefaultsTest, KeepsEachKeyInAFileOfItsName) {
+    EXPECT_TRUE(made().setData(key, "{}"));
+    EXPECT_EQ(temporary.entries("settings"), Names{"preferences.v1"});
+    EXPECT_EQ(temporary.read("settings/preferences.v1"), "{}");
+}
+
+TEST_F(FileUserDefaultsTest, ReadsWhatAnEarlierProcessStored) {
+    EXPECT_TRUE(made().setData(key, "earlier"));
+    EXPECT_EQ(made().data(key), "earlier");
+}
+
+TEST_F(FileUserDefaultsTest, ReadingMakesNothing) {
+    EXPECT_EQ(made().data(key), std::nullopt);
+    EXPECT_EQ(temporary.entries(), Names{});
+    EXPECT_EQ(log.lines, Names{});
+}
+
+TEST_F(FileUserDefaultsTest, FoldersAndFilesArePrivate) {
+    FileUserDefaults defaults(temporary.path("new/home/thermopix"), log);
+    EXPECT_TRUE(defaults.setData(key, "{}"));
+    for (const std::string_view folder : {"new", "new/home", "new/home/thermopix"}) {
+        EXPECT_EQ(permissions(temporary.path(folder)), 0700U) << folder;
+    }
+    EXPECT_EQ(permissions(temporary.path("new/home/thermopix/preferences.v1")), 0600U);
+}
+
+TEST_F(FileUserDefaultsTest, FolderThatIsThereKeepsItsPermissions) {
+    std::filesystem::create_directory(temporary.path("settings"));
+    ASSERT_EQ(chmod(temporary.path("settings").c_str(), 0750), 0);
+    EXPECT_TRUE(made().setData(key, "{}"));
+    EXPECT_EQ(permissions(temporary.path("settings")), 0750U);
+}
+
+TEST_F(FileUserDefaultsTest, FileThatOthersCouldReadBecomesPrivateWithTheNextChange) {
+    temporary.write("settings/preferences.v1", "old");
+    ASSERT_EQ(chmod(temporary.path("settings/preferences.v1").c_str(), 0644), 0);
+    EXPECT_TRUE(made().setData(key, "new"));
+    EXPECT_EQ(permissions(temporary.path("settings/preferences.v1")), 0600U);
+}
+
+TEST_F(FileUserDefaultsTest, WritingTheSameBytesTouchesNothing) {
+    EXPECT_TRUE(made().setData(key, "same"));
+    auto defaults = made(diskWithRoom(0));
+    EXPECT_TRUE(defaults.setData(key, "same"));
+    EXPECT_FALSE(defaults.setData(key, "other"));
+}
+
+TEST_F(FileUserDefaultsTest, OtherFilesOfTheFolderStay) {
+    temporary.write("settings/desktop.conf", "[item]");
+    EXPECT_TRUE(made().setData(key, "{}"));
+    EXPECT_EQ(temporary.entries("settings"), (Names{"desktop.conf", "preferences.v1"}));
+    EXPECT_EQ(temporary.read("settings/desktop.conf"), "[item]");
+}
+
+TEST_F(FileUserDefaultsTest, KeysThatAreNoPlainFileNamesHoldNothing) {
+    temporary.write("outside", "secret");
+    std::filesystem::create_directory(temporary.path("settings"));
+    auto defaults = made();
+    for (const std::string& bad :
+         {std::string(), std::string("."), std::string(".."), std::string("../outside"), std::string("/etc/hostname"),
+          std::string("a/b"), std::string("a/"), std::string("a\0b", 3), std::string(1, '\0'), std::string(256, 'k')}) {
+        EXPECT_EQ(defaults.data(bad), std::nullopt) << bad;
+        EXPECT_FALSE(defaults.setData(bad, "x")) << bad;
+    }
+    EXPECT_EQ(temporary.entries("settings"), Names{});
+    EXPECT_EQ(temporary.read("outside"), "secret");
+}
+
+TEST_F(FileUserDefaultsTest, LongestFileNameIsAKey) {
+    const std::string longest(255, 'k');
+    EXPECT_TRUE(made().setData(longest, "x"));
+    EXPECT_EQ(made().data(longest), "x");
+}
+
+TEST_F(FileUserDefaultsTest, EmptyFolderPathHoldsNothing) {
+    FileUserDefaults defaults("", log);
+    EXPECT_FALSE(defaults.setData("thermopix-test-key", "x"));
+    EXPECT_EQ(defaults.data("thermopix-test-key"), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists("/thermopix-test-key"));
+}
+
+TEST_F(FileUserDefaultsTest, FullDiskLeavesTheOldDocumentWholeAndIsToldOnce) {
+    EXPECT_TRUE(made().setData(key, "old document"));
+    for (const std::size_t room : {0U, 5U}) {
+        log.lines.clear();
+        auto defaults = made(diskWithRoom(room));
+        EXPECT_FALSE(defaults.setData(key, "new document"));
+        EXPECT_FALSE(defaults.setData(key, "newer document"));
+        EXPECT_EQ(defaults.data(key), "old document");
+        EXPECT_EQ(temporary.entries("settings"), Names{"preferences.v1"});
+        EXPECT_EQ(log.lines, Names{"settings: cannot save " + temporary.path("settings/preferences.v1") +
+                                   ": No space left on device"});
+    }
+}
+
+TEST_F(FileUserDefaultsTest, TroubleThatReturnsAfterASuccessIsToldAgain) {
+    bool isFull = true;
+    auto defaults = made([&isFull](int descriptor, const void* bytes, std::size_t count) -> ssize_t {
+        if (isFull) {
+            errno = ENOSPC;
+            return -1;
+        }
+        return write(descriptor, bytes, count);
+    });
+    EXPECT_FALSE(defaults.setData(key, "first"));
+    isFull = false;
+    EXPECT_TRUE(defaults.setData(key, "second"));
+    isFull = true;
+    EXPECT_FALSE(defaults.setData(key, "third"));
+    EXPECT_EQ(log.lines.size(), 2U);
+    EXPECT_EQ(defaults.data(key), "second");
+}
+
+TEST_F(FileUserDefaultsTest, EachCauseIsToldOnItsOwn) {
+    int cause = ENOSPC;
+    auto defaults = made([&cause](int, const void*, std::size_t) -> ssize_t {
+        errno = cause;
+        return -1;
+    });
+    EXPECT_FALSE(defaults.setData(key, "x"));
+    cause = EDQUOT;
+    EXPECT_FALSE(defaults.setData(key, "x"));
+    EXPECT_FALSE(defaults.setData(key, "x"));
+    EXPECT_EQ(log.lines.size(), 2U);
+}
+
+TEST_F(FileUserDefaultsTest, InterruptedAndShortWritesAreCompleted) {
+    int calls = 0;
+    auto defaults = made([&calls](int descriptor, const void* bytes, std::size_t) -> ssize_t {
+        if (++calls % 2 == 0) {
+            errno = EINTR;
+            return -1;
+        }
+        return write(descriptor, bytes, 1);
+    });
+    EXPECT_TRUE(defaults.setData(key, "document"));
+    EXPECT_EQ(defaults.data(key), "document");
+    EXPECT_GE(calls, 8);
+}
+
+TEST_F(FileUserDefaultsTest, WriterThatDiesHalfwayLeavesTheOldDocumentAndTheNextWriteTidiesUp) {
+    EXPECT_TRUE(made().setData(key, "old document"));
+    const int status = statusOfChild([&] {
+        auto defaults = made([](int descriptor, const void* bytes, std::size_t) -> ssize_t {
+            static_cast<void>(write(descriptor, bytes, 3));
+            _exit(42);
+        });
+        return defaults.setData(key, "new document") ? 0 : 1;
+    });
+    EXPECT_EQ(status, 42);
+    ASSERT_EQ(temporary.entries("settings").size(), 2U);
+
+    auto defaults = made();
+    EXPECT_EQ(defaults.data(key), "old document");
+    const std::string leftover = temporary.entries("settings").front();
+    EXPECT_EQ(defaults.data(leftover), std::nullopt) << leftover;
+    EXPECT_FALSE(defaults.setData(leftover, "x"));
+
+    EXPECT_TRUE(defaults.setData(key, "newest document"));
+    EXPECT_EQ(temporary.entries("settings"), Names{"preferences.v1"});
+}
+
+TEST_F(FileUserDefaultsTest, WriterAtWorkIsNeitherWaitedForNorDisturbed) {
+    EXPECT_TRUE(made().setData(key, "old"));
+    auto slow = made([this](int descriptor, const void* bytes, std::size_t count) {
+        EXPECT_TRUE(made().setData("other", "meanwhile"));
+        EXPECT_TRUE(made().setData(key, "meanwhile"));
+        return write(descriptor, bytes, count);
+    });
+    EXPECT_TRUE(slow.setData(key, "last"));
+    EXPECT_EQ(slow.data(key), "last");
+    EXPECT_EQ(slow.data("other"), "meanwhile");
+    EXPECT_EQ(temporary.entries("settings"), (Names{"other", "preferences.v1"}));
+}
+
+TEST_F(FileUserDefaultsTest, TemporaryFileTakenForALeftoverIsWrittenAgain) {
+    bool isFirst = true;
+    auto defaults = made([&](int descriptor, const void* bytes, std::size_t count) {
+        if (std::exchange(isFirst, false)) {
+            std::filesystem::remove(temporary.path("settings/" + temporary.entries("settings").front()));
+        }
+        return write(descriptor, bytes, count);
+    });
+    EXPECT_TRUE(defaults.setData(key, "document"));
+    EXPECT_EQ(defaults.data(key), "document");
+    EXPECT_EQ(log.lines, Names{});
+}
+
+TEST_F(FileUserDefaultsTest, FolderUnderARegularFileFailsAndIsToldOnce) {
+    temporary.write("settings", "a file in the way");
+    auto defaults = made();
+    EXPECT_FALSE(defaults.setData(key, "x"));
+    EXPECT_FALSE(defaults.setData(key, "y"));
+    FileUserDefaults below(temporary.path("settings/deeper"), log);
+    EXPECT_FALSE(below.setData(key, "x"));
+    EXPECT_EQ(temporary.read("settings"), "a file in the way");
+    const std::string file = temporary.path("settings/preferences.v1");
+    ASSERT_FALSE(log.lines.empty());
+    EXPECT_EQ(std::count(log.lines.begin(), log.lines.end(), "settings: cannot save " + file + ": Not a directory"), 1);
+}
+
+TEST_F(FileUserDefaultsTest, ReadOnlyFolderLeavesTheOldDocumentWhole) {
+    EXPECT_TRUE(made().setData(key, "old document"));
+    const std::string folder = temporary.path("settings");
+    ASSERT_EQ(chmod(folder.c_str(), 0555), 0);
+    ASSERT_EQ(chmod(temporary.path().c_str(), 0755), 0);
+    ASSERT_EQ(chmod(temporary.path("settings/preferences.v1").c_str(), 0644), 0);
+    // The superuser may write anywhere, so the attempt is an ordinary user's.
+    constexpr uid_t nobody = 65534;
+    const int status = statusOfChild([&] {
+        if (geteuid() == 0 && setresuid(nobody, nobody, nobody) != 0) {
+            return 1;
+        }
+        auto defaults = made();
+        const bool failed = !defaults.setData(key, "new document");
+        const bool told = log.lines == Names{"settings: cannot save " + folder + "/preferences.v1: Permission denied"};
+        return failed && told && defaults.data(key) == "old document" ? 0 : 2;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(temporary.read("settings/preferences.v1"), "old document");
+    ASSERT_EQ(chmod(folder.c_str(), 0755), 0);
+}
+
+TEST_F(FileUserDefaultsTest, FolderThatCannotBeMadeNamesItsCause) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "needs another user, as whom to try";
+    }
+    ASSERT_EQ(chmod(temporary.path().c_str(), 0755), 0);
+    constexpr uid_t nobody = 65534;
+    const int status = statusOfChild([&] {
+        if (setresuid(nobody, nobody, nobody) != 0) {
+            return 1;
+        }
+        const bool failed = !made().setData(key, "x");
+        const std::string file = temporary.path("settings/preferences.v1");
+        return failed && log.lines == Names{"settings: cannot save " + file + ": Permission denied"} ? 0 : 2;
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(FileUserDefaultsTest, SymbolicLinkIsWrittenThrough) {
+    temporary.write("dotfiles/thermopix.json", "old");
+    std::filesystem::create_directory(temporary.path("settings"));
+    struct Case {
+        std::string_view name;
+        std::string target;
+    };
+    for (const auto& [name, target] : {Case{"absolute", temporary.path("dotfiles/thermopix.json")},
+                                       Case{"relative", "../dotfiles/thermopix.json"}, Case{"chain", "relative"}}) {
+        std::filesystem::create_symlink(target, temporary.path("settings/" + std::string(name)));
+        auto defaults = made();
+        EXPECT_TRUE(defaults.setData(name, name));
+        EXPECT_EQ(defaults.data(name), name);
+        EXPECT_EQ(temporary.read("dotfiles/thermopix.json"), name);
+        EXPECT_TRUE(std::filesystem::is_symlink(temporary.path("settings/" + std::string(name)))) << name;
+    }
+    EXPECT_EQ(temporary.entries("dotfiles"), Names{"thermopix.json"});
+}
+
+TEST_F(FileUserDefaultsTest, DanglingLinkGetsItsFile) {
+    std::filesystem::create_directory(temporary.path("dotfiles"));
+    std::filesystem::create_directory(temporary.path("settings"));
+    std::filesystem::create_symlink("../dotfiles/new.json", temporary.path("settings/preferences.v1"));
+    auto defaults = made();
+    EXPECT_EQ(defaults.data(key), std::nullopt);
+    EXPECT_EQ(log.lines, Names{});
+    EXPECT_TRUE(defaults.setData(key, "{}"));
+    EXPECT_TRUE(std::filesystem::is_symlink(temporary.path("settings/preferences.v1")));
+    EXPECT_EQ(temporary.read("dotfiles/new.json"), "{}");
+}
+
+TEST_F(FileUserDefaultsTest, LinkThatLeadsNowhereFails) {
+    std::filesystem::create_directory(temporary.path("settings"));
+    std::filesystem::create_symlink("loop", temporary.path("settings/loop"));
+    std::filesystem::create_symlink("../no/folder/file", temporary.path("settings/missing"));
+    std::filesystem::create_symlink("..", temporary.path("settings/folder"));
+    auto defaults = made();
+    for (const std::string_view link : {"loop", "missing", "folder"}) {
+        EXPECT_EQ(defaults.data(link), std::nullopt) << link;
+        EXPECT_FALSE(defaults.setData(link, "x")) << link;
+        EXPECT_TRUE(std::filesystem::is_symlink(temporary.path("settings/" + std::string(link)))) << link;
+    }
+}
+
+TEST_F(FileUserDefaultsTest, FolderMayBeALink) {
+    std::filesystem::create_directory(temporary.path("elsewhere"));
+    std::filesystem::create_directory_symlink("elsewhere", temporary.path("settings"));
+    EXPECT_TRUE(made().setData(key, "{}"));
+    EXPECT_EQ(temporary.read("elsewhere/preferences.v1"), "{}");
+}
+
+TEST_F(FileUserDefaultsTest, WhatIsNoRegularFileIsNeitherReadNorReplaced) {
+    std::filesystem::create_directories(temporary.path("settings/directory"));
+    ASSERT_EQ(mkfifo(temporary.path("settings/pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", temporary.path("settings/device"));
+    auto defaults = made();
+    for (const std::string_view name : {"directory", "pipe", "device"}) {
+        EXPECT_EQ(defaults.data(name), std::nullopt) << name;
+        EXPECT_FALSE(defaults.setData(name, "x")) << name;
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(temporary.path("settings/directory")));
+    EXPECT_TRUE(std::filesystem::is_fifo(temporary.path("settings/pipe")));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/zero"));
+}
+
+TEST_F(FileUserDefaultsTest, FileThatGrewBeyondMeasureIsNotRead) {
+    temporary.write("settings/preferences.v1", "");
+    std::filesystem::resize_file(temporary.path("settings/preferences.v1"), (16U << 20U) + 1);
+    auto defaults = made();
+    EXPECT_EQ(defaults.data(key), std::nullopt);
+    EXPECT_EQ(defaults.data(key), std::nullopt);
+    EXPECT_EQ(log.lines,
+              Names{"settings: cannot read " + temporary.path("settings/preferences.v1") + ": File too large"});
+    EXPECT_FALSE(defaults.setData("big", std::string((16U << 20U) + 1, 'x')));
+}
+
+TEST_F(FileUserDefaultsTest, StoreGoesOnWhenNothingCanBeSaved) {
+    temporary.write("settings", "a file in the way");
+    PreferencesStore store(std::make_shared<FileUserDefaults>(temporary.path("settings"), log));
+    store.set(&Preferences::pet, PixelPet::mac);
+    store.set(&Preferences::pet, PixelPet::ghost);
+    EXPECT_EQ(store.preferences().pet, PixelPet::ghost);
+}
+
+}  // namespace
+}  // namespace thermopix
