@@ -17,7 +17,7 @@ namespace thermopix {
 class HIDTemperatureSensor final : public TemperatureSensing {
 public:
     struct Ready {
-        std::int64_t sensorCount = 0;
+        std::int64_t sensorCount;
         friend bool operator==(const Ready&, const Ready&) = default;
     };
     struct SymbolsUnavailable {
@@ -25,7 +25,7 @@ public:
         friend bool operator==(const SymbolsUnavailable&, const SymbolsUnavailable&) = default;
     };
     struct NoSensorsPublished {
-        std::int64_t servicesSeen = 0;
+        std::int64_t servicesSeen;
         friend bool operator==(const NoSensorsPublished&, const NoSensorsPublished&) = default;
     };
     struct ClientUnavailable {

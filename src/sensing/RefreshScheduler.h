@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "base/Subscription.h"
@@ -16,6 +17,9 @@ class RefreshScheduler {
 public:
     /// Both outlive the scheduler.
     RefreshScheduler(MainLoop& mainLoop, SleepNotifications& sleepNotifications);
+    RefreshScheduler(const RefreshScheduler&) = delete;
+    RefreshScheduler& operator=(const RefreshScheduler&) = delete;
+    ~RefreshScheduler();
 
     void start(RefreshInterval interval);
     /// A new interval ticks at once; the one in use changes nothing.
@@ -26,11 +30,14 @@ public:
     [[nodiscard]] bool isRunning() const { return isRunning_; }
     [[nodiscard]] bool isAsleep() const { return isAsleep_; }
 
-    /// The callbacks set last are the ones called.
+    /// The callbacks set last are the ones called; each may replace either or destroy the scheduler.
     std::function<void()> onTick;
     std::function<void()> onWake;
 
 private:
+    struct Lifetime {};
+
+    /// Starts the timer anew, unless stopped or asleep.
     void schedule();
     void suspend();
     void wake();
@@ -43,6 +50,8 @@ private:
     RefreshInterval interval_ = RefreshInterval::twoSeconds;
     bool isRunning_ = false;
     bool isAsleep_ = false;
+    /// Gone when the scheduler is.
+    std::shared_ptr<const Lifetime> lifetime_ = std::make_shared<Lifetime>();
 };
 
 }  // namespace thermopix
