@@ -92,6 +92,8 @@ struct MenuItem;
 struct Menu {
     std::string title;
     std::vector<MenuItem> items;
+    /// The system adds the open windows to it.
+    bool listsWindows = false;
 
     friend bool operator==(const Menu&, const Menu&) = default;
 };

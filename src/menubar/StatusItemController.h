@@ -39,6 +39,9 @@ public:
     void refresh();
 
 private:
+    /// Does `work` in a later turn, whenever what `project` makes of the settings has changed from now on.
+    template <typename Projection, typename Work>
+    void onChange(Projection project, Work work);
     void observePreferences();
     void startTicking();
     void startBlinking();
