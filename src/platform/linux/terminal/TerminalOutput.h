@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "platform/linux/terminal/TerminalScreen.h"
+
+namespace thermopix {
+
+/// An open descriptor that text is written to; not owned. Once it takes no more, nothing is written again. The process
+/// is expected to ignore SIGPIPE. Main thread.
+class TerminalOutput {
+public:
+    /// `lost` is called once, inside the `write` that failed.
+    TerminalOutput(int descriptor, std::function<void()> lost);
+
+    [[nodiscard]] bool isTerminal() const;
+    [[nodiscard]] TerminalSize size() const;
+
+    /// At once and in one system call, unless the system takes less.
+    void write(std::string_view bytes);
+
+private:
+    [[nodiscard]] bool writeAll(std::string_view bytes) const;
+
+    int descriptor_;
+    std::function<void()> lost_;
+    bool isLost_ = false;
+};
+
+}  // namespace thermopix

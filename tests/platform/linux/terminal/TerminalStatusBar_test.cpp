@@ -1,0 +1,324 @@
+#include "platform/linux/terminal/TerminalStatusBar.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "pixels/PixelRasterizer.h"
+#include "pixels/StatusImageRenderer.h"
+#include "platform/linux/glib/GLibMainLoop.h"
+#include "platform/linux/glib/GLibSignals.h"
+#include "platform/linux/terminal/TerminalEmulator.h"
+
+namespace thermopix {
+namespace {
+
+using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
+
+const EnvironmentVariables capable{{"TERM", "xterm-256color"}};
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&&) = delete;
+    ~Descriptor() { close(); }
+
+    [[nodiscard]] int get() const { return number_; }
+    void close() {
+        if (number_ >= 0) {
+            ::close(std::exchange(number_, -1));
+        }
+    }
+
+    /// What is there to be read now.
+    [[nodiscard]] std::string readAvailable() const {
+        fcntl(number_, F_SETFL, fcntl(number_, F_GETFL) | O_NONBLOCK);
+        std::string all;
+        std::array<char, 4096> buffer{};
+        ssize_t count = 0;
+        while ((count = ::read(number_, buffer.data(), buffer.size())) > 0) {
+            all.append(buffer.data(), static_cast<std::size_t>(count));
+        }
+        return all;
+    }
+
+private:
+    int number_;
+};
+
+/// A terminal of our own: what the program writes to `program`, the emulator shows.
+class PseudoTerminal {
+public:
+    explicit PseudoTerminal(unsigned short columns, unsigned short rows = 24)
+        : screen(columns), device(openDevice()), program(open(ptsname(device.get()), O_RDWR | O_NOCTTY)) {
+        setSize(columns, rows);
+    }
+
+    void resize(unsigned short columns, unsigned short rows = 24) {
+        setSize(columns, rows);
+        screen.resize(columns);
+    }
+
+    /// Shows what has been written; returns its bytes.
+    std::string show() {
+        const auto bytes = device.readAvailable();
+        screen.feed(bytes);
+        return bytes;
+    }
+
+    TerminalEmulator screen;
+    Descriptor device;
+    Descriptor program;
+
+private:
+    static int openDevice() {
+        const int opened = posix_openpt(O_RDWR | O_NOCTTY);
+        if (opened < 0 || grantpt(opened) != 0 || unlockpt(opened) != 0) {
+            throw std::runtime_error("no pseudo terminal");
+        }
+        return opened;
+    }
+
+    void setSize(unsigned short columns, unsigned short rows) {
+        winsize size{};
+        size.ws_col = columns;
+        size.ws_row = rows;
+        ioctl(device.get(), TIOCSWINSZ, &size);
+    }
+};
+
+StatusItemImage image(std::int64_t value, PixelStyle style = PixelStyle::arcade) {
+    Display display;
+    display.value = value;
+    return {StatusImageRenderer::image(display, style, PixelSize::compact, PixelPet::none, false, false),
+            PixelRasterizer::digitsBitmap(display)};
+}
+
+/// What the controller does on each change.
+void draw(StatusItem& item, const StatusItemImage& drawn) {
+    item.setImage(drawn);
+    item.setAccessibilityLabel(*drawn.readout.description);
+}
+
+Lines withoutTrailingBlanks(Lines lines) {
+    for (auto& line : lines) {
+        line.erase(line.find_last_not_of(' ') + 1);
+    }
+    return lines;
+}
+
+Lines expected(const StatusItemImage& drawn) {
+    return withoutTrailingBlanks(halfBlockLines(drawn.readout.bitmap, TerminalColor::avoided));
+}
+
+/// System calls of this process that wrote something; none where the system does not count.
+std::optional<long> writesSoFar() {
+    std::ifstream file("/proc/self/io");
+    std::string key;
+    long value = 0;
+    while (file >> key >> value) {
+        if (key == "syscw:") {
+            return value;
+        }
+    }
+    return std::nullopt;
+}
+
+class TerminalStatusBarTest : public testing::Test {
+protected:
+    GLibMainLoop loop;
+    int timesLost = 0;
+    std::function<void()> lost = [this] { ++timesLost; };
+
+    static void SetUpTestSuite() { std::signal(SIGPIPE, SIG_IGN); }
+};
+
+TEST_F(TerminalStatusBarTest, TheReadoutIsDrawnInPlaceAndStaysWithTheCursorBelowIt) {
+    PseudoTerminal terminal(80);
+    TerminalStatusBar bar(terminal.program.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    EXPECT_TRUE(item->hasButton());
+    EXPECT_EQ(terminal.show(), "") << "Nothing before the first picture";
+    draw(*item, image(57));
+    terminal.show();
+    EXPECT_EQ(terminal.screen.rowsAbove(), expected(image(57)));
+    draw(*item, image(61));
+    terminal.show();
+    EXPECT_EQ(terminal.screen.rowsAbove(), expected(image(61)));
+    item.reset();
+    EXPECT_EQ(terminal.show(), "");
+    EXPECT_EQ(terminal.screen.rowsAbove(), expected(image(61)));
+    EXPECT_EQ(terminal.screen.rowsFromCursorOn(), Lines{""});
+    EXPECT_EQ(terminal.screen.cursorColumn(), 0U);
+    EXPECT_TRUE(terminal.screen.isCursorVisible());
+    EXPECT_EQ(timesLost, 0);
+}
+
+TEST_F(TerminalStatusBarTest, ARedrawIsOneWriteThatLeavesTheCursorVisible) {
+    if (!writesSoFar()) {
+        GTEST_SKIP() << "The system does not count writes";
+    }
+    PseudoTerminal terminal(80);
+    TerminalStatusBar bar(terminal.program.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    const auto before = *writesSoFar();
+    draw(*item, image(57));
+    EXPECT_EQ(*writesSoFar() - before, 1);
+    const auto bytes = terminal.show();
+    EXPECT_TRUE(bytes.starts_with("\x1b[?25l"));
+    EXPECT_TRUE(bytes.ends_with("\x1b[?25h"));
+}
+
+TEST_F(TerminalStatusBarTest, ColourIsUsedUnlessItIsRefused) {
+    const auto escapes = [this](const EnvironmentVariables& variables) {
+        PseudoTerminal terminal(80);
+        TerminalStatusBar bar(terminal.program.get(), variables, lost);
+        auto item = bar.makeStatusItem();
+        draw(*item, image(57, PixelStyle::segment));
+        return terminal.show().find('m') != std::string::npos;
+    };
+    EXPECT_TRUE(escapes({{"TERM", "xterm"}}));
+    EXPECT_TRUE(escapes({{"TERM", "xterm"}, {"NO_COLOR", ""}}));
+    EXPECT_FALSE(escapes({{"TERM", "xterm"}, {"NO_COLOR", "1"}}));
+}
+
+TEST_F(TerminalStatusBarTest, AResizeIsFollowedAtOnceAndLeavesNoTraces) {
+    PseudoTerminal terminal(80);
+    terminal.screen.feed("$ thermopix\r\n");
+    TerminalStatusBar bar(terminal.program.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    const auto resizeTo = [&](unsigned short columns, unsigned short rows) {
+        terminal.resize(columns, rows);
+        std::raise(SIGWINCH);
+        auto deadline = loop.oneShot(10s, [&] { loop.quit(); });
+        std::string bytes;
+        while (bytes.empty() && deadline.isActive()) {
+            g_main_context_iteration(nullptr, TRUE);
+            bytes = terminal.show();
+        }
+    };
+    auto picture = expected(image(57));
+    draw(*item, image(57));
+    terminal.show();
+
+    resizeTo(12, 24);
+    EXPECT_EQ(terminal.screen.rowsAbove(), (Lines{"$ thermopix", "57 degrees …"}));
+    resizeTo(80, 24);
+    picture.insert(picture.begin(), "$ thermopix");
+    EXPECT_EQ(terminal.screen.rowsAbove(), picture);
+    resizeTo(80, 4);
+    EXPECT_EQ(terminal.screen.rowsAbove(), (Lines{"$ thermopix", "57 degrees Celsius"}));
+    EXPECT_TRUE(terminal.screen.isCursorVisible());
+}
+
+TEST_F(TerminalStatusBarTest, AResizeBeforeTheFirstPictureDrawsNothing) {
+    PseudoTerminal terminal(80);
+    TerminalStatusBar bar(terminal.program.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    auto observer = observeUnixSignal(SIGWINCH, [this] { loop.quit(); });
+    std::raise(SIGWINCH);
+    loop.run();
+    EXPECT_EQ(terminal.show(), "");
+}
+
+TEST_F(TerminalStatusBarTest, ATerminalWithoutAbilitiesGetsLines) {
+    for (const auto& variables : {EnvironmentVariables{{"TERM", "dumb"}}, EnvironmentVariables{}}) {
+        PseudoTerminal terminal(80);
+        TerminalStatusBar bar(terminal.program.get(), variables, lost);
+        auto item = bar.makeStatusItem();
+        draw(*item, image(57));
+        EXPECT_EQ(terminal.show(), "57 degrees Celsius\r\n");
+    }
+}
+
+TEST_F(TerminalStatusBarTest, APipeGetsOneLineForEachChangeOfTheDescriptionWrittenAtOnce) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends.data()), 0);
+    const Descriptor reader(ends[0]);
+    const Descriptor writer(ends[1]);
+    TerminalStatusBar bar(writer.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    EXPECT_TRUE(item->hasButton());
+    draw(*item, image(57));
+    EXPECT_EQ(reader.readAvailable(), "57 degrees Celsius\n");
+    draw(*item, image(57, PixelStyle::micro));
+    draw(*item, image(57));
+    EXPECT_EQ(reader.readAvailable(), "") << "Neither a blink nor another look is news";
+    draw(*item, image(58));
+    draw(*item, image(57));
+    std::array<char, 256> packet{};
+    const auto length = ::read(reader.get(), packet.data(), packet.size());
+    ASSERT_GT(length, 0);
+    EXPECT_EQ(std::string(packet.data(), static_cast<std::size_t>(length)), "58 degrees Celsius\n");
+    EXPECT_EQ(reader.readAvailable(), "57 degrees Celsius\n");
+    EXPECT_EQ(timesLost, 0);
+}
+
+TEST_F(TerminalStatusBarTest, AReaderThatHasGoneIsReportedOnceAndNotWrittenToAgain) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    Descriptor reader(ends[0]);
+    const Descriptor writer(ends[1]);
+    TerminalStatusBar bar(writer.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    draw(*item, image(57));
+    EXPECT_EQ(timesLost, 0);
+    reader.close();
+    draw(*item, image(58));
+    EXPECT_EQ(timesLost, 1);
+    draw(*item, image(59));
+    EXPECT_EQ(timesLost, 1);
+}
+
+TEST_F(TerminalStatusBarTest, ATerminalThatHasGoneIsReportedOnceAndNotWrittenToAgain) {
+    PseudoTerminal terminal(80);
+    TerminalStatusBar bar(terminal.program.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    draw(*item, image(57));
+    terminal.device.close();
+    draw(*item, image(58));
+    EXPECT_EQ(timesLost, 1);
+    draw(*item, image(59));
+    EXPECT_EQ(timesLost, 1);
+}
+
+TEST_F(TerminalStatusBarTest, ANonBlockingPipeThatIsFullLosesNothing) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_NONBLOCK), 0);
+    const Descriptor reader(ends[0]);
+    const Descriptor writer(ends[1]);
+    const int capacity = fcntl(writer.get(), F_GETPIPE_SZ);
+    const std::string filling(static_cast<std::size_t>(capacity), '.');
+    ASSERT_EQ(::write(writer.get(), filling.data(), filling.size()), capacity);
+    TerminalStatusBar bar(writer.get(), capable, lost);
+    auto item = bar.makeStatusItem();
+    std::string read;
+    std::thread drain([&] {
+        while (!read.ends_with('\n')) {
+            read += reader.readAvailable();
+        }
+    });
+    draw(*item, image(57));
+    drain.join();
+    EXPECT_EQ(read, filling + "57 degrees Celsius\n");
+    EXPECT_EQ(timesLost, 0);
+}
+
+}  // namespace
+}  // namespace thermopix
