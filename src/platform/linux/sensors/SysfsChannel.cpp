@@ -1,0 +1,20 @@
+#include "platform/linux/sensors/SysfsChannel.h"
+
+namespace thermopix {
+
+SysfsChannel::SysfsChannel(FileAccess& access, const SensorDevice& device, const SensorDevice::Channel& channel)
+    : input_(access, channel.input), power_(access, device.device) {
+    if (!channel.fault.empty()) {
+        fault_ = SysfsFile(access, channel.fault);
+    }
+}
+
+std::optional<double> SysfsChannel::read() {
+    if (power_.isAsleep() || (fault_.isOpen() && fault_.readInteger() == 1)) {
+        return std::nullopt;
+    }
+    const auto millidegrees = input_.readInteger();
+    return millidegrees ? std::optional(degrees(*millidegrees)) : std::nullopt;
+}
+
+}  // namespace thermopix

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/linux/sensors/FileAccess.h"
+
+namespace thermopix {
+
+/// A small file of sysfs that stays open; each reading is one positioned read and allocates nothing.
+class SysfsFile {
+public:
+    SysfsFile() = default;
+
+    /// Open, or not when the file cannot be opened. `access` outlives the file.
+    SysfsFile(FileAccess& access, const std::string& path);
+    SysfsFile(SysfsFile&& other) noexcept;
+    SysfsFile& operator=(SysfsFile&& other) noexcept;
+    SysfsFile(const SysfsFile&) = delete;
+    SysfsFile& operator=(const SysfsFile&) = delete;
+    ~SysfsFile();
+
+    [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
+
+    /// The content now, cut off at the end of the buffer; none when reading fails.
+    [[nodiscard]] std::optional<std::string_view> read(std::span<char> buffer) const;
+
+    /// The content as a whole number by the rules of `parseSysfsInteger`.
+    [[nodiscard]] std::optional<std::int64_t> readInteger() const;
+
+private:
+    FileAccess* access_ = nullptr;
+    int descriptor_ = -1;
+};
+
+/// An optional minus, digits and at most one line feed; none for anything else and for what 64 bits cannot hold.
+[[nodiscard]] std::optional<std::int64_t> parseSysfsInteger(std::string_view text);
+
+}  // namespace thermopix

@@ -1,0 +1,118 @@
+#include "platform/linux/sensors/SysfsHIDSymbols.h"
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/sensors/NvmlChannel.h"
+#include "platform/linux/sensors/SensorNames.h"
+#include "platform/linux/sensors/SysfsChannel.h"
+#include "platform/linux/sensors/SysfsTree.h"
+
+namespace thermopix {
+
+namespace {
+
+constexpr std::string_view nameProperty = "Product";
+
+struct Service {
+    std::string name;
+    std::unique_ptr<SensorChannel> channel;
+    /// Set for a sensor other than a card, on a machine with cards: told of every reading.
+    std::shared_ptr<NvmlLibrary> cards;
+    std::uint64_t lastSeenCardReading = 0;
+    /// The reading that the last event carries.
+    double celsius = std::numeric_limits<double>::quiet_NaN();
+};
+
+HIDObject owned(std::unique_ptr<Service> service) {
+    return {service.release(), [](void* object) { delete static_cast<Service*>(object); }};
+}
+
+HIDObject borrowed(void* object) {
+    return {object, [](void*) {}};
+}
+
+std::vector<HIDObject> makeServices(const std::filesystem::path& root, const std::string& nvmlLibrary,
+                                    FileAccess& access) {
+    auto devices = discoverSensorDevices(root);
+    std::shared_ptr<NvmlLibrary> cardLibrary;
+    const auto cards = discoverNvidiaCards(root);
+    const auto firstCard = devices.size();
+    if (!cards.empty() && (cardLibrary = NvmlLibrary::load(nvmlLibrary)) != nullptr) {
+        devices.insert(devices.end(), cards.begin(), cards.end());
+    }
+
+    std::vector<HIDObject> services;
+    for (auto& named : nameChannels(devices)) {
+        const auto& device = devices[named.device];
+        auto service = std::make_unique<Service>();
+        service->name = std::move(named.name);
+        if (named.device >= firstCard) {
+            service->channel = std::make_unique<NvmlChannel>(access, device, cardLibrary);
+        } else {
+            auto channel = std::make_unique<SysfsChannel>(access, device, device.channels[named.channel]);
+            if (!channel->isOpen()) {
+                continue;
+            }
+            service->channel = std::move(channel);
+            service->cards = cardLibrary;
+        }
+        services.push_back(owned(std::move(service)));
+    }
+    return services;
+}
+
+std::optional<HIDProperty> productOf(void* service, std::string_view key) {
+    return key == nameProperty ? std::optional<HIDProperty>(static_cast<const Service*>(service)->name) : std::nullopt;
+}
+
+HIDObject readService(void* object) {
+    auto& service = *static_cast<Service*>(object);
+    if (service.cards) {
+        service.cards->noteOtherReading(service.lastSeenCardReading);
+    }
+    const auto celsius = service.channel->read();
+    if (!celsius) {
+        return noHIDObject();
+    }
+    service.celsius = *celsius;
+    return borrowed(&service);
+}
+
+}  // namespace
+
+SysfsHIDSymbols::SysfsHIDSymbols(std::filesystem::path root, std::string nvmlLibrary, FileAccess& access)
+    : root_(std::move(root)), nvmlLibrary_(std::move(nvmlLibrary)), access_(access) {}
+
+bool SysfsHIDSymbols::open(std::string_view) {
+    return true;
+}
+
+bool SysfsHIDSymbols::bind(std::string_view name, HIDSymbols& symbols) {
+    if (name == "IOHIDEventSystemClientCreate") {
+        symbols.create = [this] { return borrowed(this); };
+    } else if (name == "IOHIDEventSystemClientSetMatching") {
+        symbols.setMatching = [](void*, const std::array<HIDMatching, 2>&) {};
+    } else if (name == "IOHIDEventSystemClientCopyServices") {
+        symbols.copyServices = [this](void*) -> std::optional<std::vector<HIDObject>> {
+            return makeServices(root_, nvmlLibrary_, access_);
+        };
+    } else if (name == "IOHIDServiceClientCopyProperty") {
+        symbols.copyProperty = productOf;
+    } else if (name == "IOHIDServiceClientCopyEvent") {
+        symbols.copyEvent = [](void* service, std::int64_t, std::int32_t, std::int64_t) {
+            return readService(service);
+        };
+    } else if (name == "IOHIDEventGetFloatValue") {
+        symbols.getFloat = [](void* event, std::int32_t) { return static_cast<const Service*>(event)->celsius; };
+    } else {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace thermopix

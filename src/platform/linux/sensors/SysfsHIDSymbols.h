@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/linux/sensors/FileAccess.h"
+#include "sensing/HIDSymbols.h"
+
+namespace thermopix {
+
+/// Answers the table of entry points from the kernel's sysfs: every temperature of a hardware monitor, the thermal
+/// zones that no monitor publishes, and NVIDIA cards through their library, each a service with a "Product" name in
+/// the vocabulary of `SensorSource`. Listing the services looks at the machine anew. A service owns its open files;
+/// an event is a view of its service, valid until the service's next event. Main thread.
+class SysfsHIDSymbols final : public HIDSymbolLoader {
+public:
+    static constexpr const char* nvmlLibraryName = "libnvidia-ml.so.1";
+
+    /// `access` outlives every service.
+    explicit SysfsHIDSymbols(std::filesystem::path root, std::string nvmlLibrary = nvmlLibraryName,
+                             FileAccess& access = systemFileAccess());
+
+    /// True for every path: sysfs is always there.
+    [[nodiscard]] bool open(std::string_view path) override;
+
+    [[nodiscard]] bool bind(std::string_view name, HIDSymbols& symbols) override;
+
+private:
+    std::filesystem::path root_;
+    std::string nvmlLibrary_;
+    FileAccess& access_;
+};
+
+}  // namespace thermopix
