@@ -118,9 +118,16 @@ std::string joined(const std::vector<std::string>& parts, std::string_view separ
     return all;
 }
 
-/// Leaves out a part that the text says already.
+/// Says nothing twice: leaves out a part that the text holds, and replaces a text that the part begins with.
 void appendUnlessSaid(std::vector<std::string>& parts, const std::optional<std::string>& part) {
-    if (part && lowercasedAscii(joined(parts, " ")).find(lowercasedAscii(*part)) == std::string::npos) {
+    if (!part) {
+        return;
+    }
+    const auto said = lowercasedAscii(joined(parts, " "));
+    const auto added = lowercasedAscii(*part);
+    if (added.starts_with(said)) {
+        parts = {*part};
+    } else if (said.find(added) == std::string::npos) {
         parts.push_back(*part);
     }
 }

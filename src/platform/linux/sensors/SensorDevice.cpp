@@ -22,11 +22,17 @@ std::string chipName(const std::filesystem::path& file) {
     return name;
 }
 
-/// The place of a device: its path below the root, without a last folder that only carries a running number.
-std::string placeOf(const std::filesystem::path& device, const std::filesystem::path& root) {
+bool hasRunningNumber(const std::filesystem::path& device) {
     const auto& name = device.filename().native();
-    const bool isNumbered = name.starts_with(zonePrefix) || name.starts_with(monitorPrefix);
-    return (isNumbered ? device.parent_path() : device).lexically_relative(root);
+    return name.starts_with(zonePrefix) || name.starts_with(monitorPrefix);
+}
+
+/// The place of a device: its path below the root, without last folders that only carry a running number.
+std::string placeOf(std::filesystem::path device, const std::filesystem::path& root) {
+    while (hasRunningNumber(device)) {
+        device = device.parent_path();
+    }
+    return device.lexically_relative(root);
 }
 
 bool isBattery(const std::filesystem::path& device) {

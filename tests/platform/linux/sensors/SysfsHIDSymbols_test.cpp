@@ -1,0 +1,268 @@
+#include "platform/linux/sensors/SysfsHIDSymbols.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+#include "SysfsMachine.h"
+
+namespace {
+std::int64_t allocations = 0;
+}  // namespace
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+namespace thermopix {
+namespace {
+
+using Names = std::vector<std::string>;
+constexpr auto nothing = std::nullopt;
+
+TEST(SysfsHIDSymbols, EveryPathOpensAndEveryNameOfTheTableResolves) {
+    SysfsHIDSymbols loader("/nowhere");
+    EXPECT_TRUE(loader.open("/System/Library/Frameworks/IOKit.framework/IOKit"));
+    HIDSymbols symbols;
+    EXPECT_FALSE(loader.bind("IOHIDEventSystemClientCreateSimpleClient", symbols));
+    EXPECT_FALSE(loader.bind("", symbols));
+    EXPECT_TRUE(loader.bind("IOHIDEventSystemClientCreate", symbols));
+    EXPECT_NE(symbols.create(), nullptr);
+}
+
+TEST(SysfsHIDSymbols, ATreeThatDoesNotExistPublishesNothing) {
+    EXPECT_EQ(SysfsSensors("/nowhere").names(), Names());
+    EXPECT_EQ(SysfsSensors(machine("virtual-machine")).names(), Names());
+}
+
+TEST(SysfsHIDSymbols, AServiceHasNoPropertyButItsName) {
+    const SysfsSensors sensors(machine("arm-board"));
+    auto* const service = sensors.services().front().get();
+    EXPECT_FALSE(sensors.symbols().copyProperty(service, "Manufacturer").has_value());
+    EXPECT_TRUE(sensors.symbols().copyProperty(service, "Product").has_value());
+}
+
+TEST(SysfsHIDSymbols, ReadingsAreInDegrees) {
+    const SysfsSensors sensors(machine("amd-desktop"));
+    EXPECT_DOUBLE_EQ(sensors.read("CPU Tctl").value(), 61.625);
+    EXPECT_DOUBLE_EQ(sensors.read("SSD nvme 2 Sensor 1").value(), 52.85);
+    EXPECT_DOUBLE_EQ(sensors.read("nct6798 AUXTIN0").value(), -62.0);
+}
+
+TEST(SysfsHIDSymbols, AReadingIsOnePositionedReadOfAFileThatStaysOpen) {
+    CountingFileAccess access;
+    const SysfsSensors sensors(machine("intel-laptop"), "no-such-library.so", access);
+    const auto opened = access.opened;
+    EXPECT_EQ(opened, 12);
+    access.reads = 0;
+    for (int poll = 0; poll < 10; ++poll) {
+        for (const auto& reading : sensors.readAll()) {
+            EXPECT_TRUE(reading.has_value());
+        }
+    }
+    EXPECT_EQ(access.reads, 10 * 12);
+    EXPECT_EQ(access.opened, opened);
+}
+
+TEST(SysfsHIDSymbols, OnlyTheWantedSensorIsRead) {
+    CountingFileAccess access;
+    const SysfsSensors sensors(machine("intel-laptop"), "no-such-library.so", access);
+    EXPECT_EQ(access.reads, 0);
+    EXPECT_EQ(sensors.read("CPU Core 1"), 57.0);
+    EXPECT_EQ(access.readFiles, Names{"temp3_input"});
+}
+
+TEST(SysfsHIDSymbols, ADeviceThatCanSleepCostsOneMoreReadAndAFaultFileOneMore) {
+    CountingFileAccess access;
+    const SysfsSensors sensors(machine("amd-desktop"), "no-such-library.so", access);
+    EXPECT_EQ(sensors.read("GPU MTR Temp edge"), 47.0);
+    EXPECT_EQ(access.readFiles, (Names{"runtime_status", "temp1_input"}));
+    access.readFiles.clear();
+    EXPECT_EQ(sensors.read("nct6798 C-PUTIN"), 118.0);
+    EXPECT_EQ(access.readFiles, (Names{"temp2_fault", "temp2_input"}));
+    access.readFiles.clear();
+    EXPECT_EQ(sensors.read("SSD drivetemp"), 33.0);  // its power management is switched off
+    EXPECT_EQ(access.readFiles, Names{"temp1_input"});
+}
+
+TEST(SysfsHIDSymbols, AReadingAllocatesNothing) {
+    const SysfsSensors sensors(machine("amd-desktop"));
+    const auto& read = sensors.symbols();
+    const auto before = allocations;
+    double sum = 0;
+    for (const auto& service : sensors.services()) {
+        const auto event = read.copyEvent(service.get(), 15, 0, 0);
+        sum += read.getFloat(event.get(), 983040);
+    }
+    EXPECT_EQ(allocations, before);
+    EXPECT_GT(sum, 500.0);
+    EXPECT_GT(before, 0);
+}
+
+TEST(SysfsHIDSymbols, ASleepingDeviceIsNotTouched) {
+    CountingFileAccess access;
+    const SysfsSensors sensors(machine("hybrid-laptop"), "no-such-library.so", access);
+    EXPECT_EQ(sensors.read("GPU MTR Temp nouveau"), nothing);
+    EXPECT_EQ(access.readFiles, Names{"runtime_status"});
+    EXPECT_EQ(sensors.read("CPU Package id 0"), 62.0);
+}
+
+TEST(SysfsHIDSymbols, ADeviceIsReadOnlyWhileItsPowerStateSaysItRuns) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/pci/card", "amdgpu", {{"edge", "47000\n"}});
+    tree.write("devices/pci/card/power/control", "auto\n");
+    tree.write("devices/pci/card/power/runtime_status", "suspended\n");
+    const SysfsSensors sensors(tree.root);
+    const auto readWhen = [&](std::string_view status) {
+        tree.write("devices/pci/card/power/runtime_status", status);
+        return sensors.read("GPU MTR Temp edge");
+    };
+    EXPECT_EQ(readWhen("suspended\n"), nothing);
+    EXPECT_EQ(readWhen("active\n"), 47.0);
+    EXPECT_EQ(readWhen("suspending\n"), nothing);
+    EXPECT_EQ(readWhen("resuming\n"), 47.0);
+    EXPECT_EQ(readWhen("error\n"), nothing);
+    EXPECT_EQ(readWhen(""), nothing);
+}
+
+TEST(SysfsHIDSymbols, ADeviceWhosePowerStateCannotBeReadIsLeftAlone) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/pci/card", "amdgpu", {{"edge", "47000\n"}});
+    tree.write("devices/pci/card/power/control", "auto\n");
+    tree.write("devices/pci/card/power/runtime_status", "active\n");
+    CountingFileAccess access;
+    const SysfsSensors sensors(tree.root, "no-such-library.so", access);
+    access.failing = {std::filesystem::canonical(tree.root / "devices/pci/card/power/runtime_status")};
+    EXPECT_EQ(sensors.read("GPU MTR Temp edge"), nothing);
+}
+
+TEST(SysfsHIDSymbols, ASensorThatReportsAFaultHasNoReadingWhileItDoes) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/platform/board", "it8728", {{"", "45000\n"}});
+    const auto fault = "devices/platform/board/hwmon/hwmon0/temp1_fault";
+    tree.write(fault, "1\n");
+    const SysfsSensors sensors(tree.root);
+    EXPECT_EQ(sensors.read("it8728"), nothing);
+    tree.write(fault, "0\n");
+    EXPECT_EQ(sensors.read("it8728"), 45.0);
+    tree.write(fault, "garbage\n");
+    EXPECT_EQ(sensors.read("it8728"), 45.0);
+}
+
+TEST(SysfsHIDSymbols, ABadChannelFailsAlone) {
+    const SysfsSensors sensors(machine("broken-machine"));
+    EXPECT_EQ(sensors.read("CPU Package id 0"), 51.0);
+    EXPECT_EQ(sensors.read("CPU Core 10"), 53.0);
+    for (const auto name :
+         {"CPU Core 0", "CPU Core 1", "CPU Core 4", "CPU Core 5", "CPU Core 6", "CPU Core 7", "CPU Core 8",
+          "CPU Core 9", "CPU Core 11", "CPU Core 12", "CPU Core 13", "CPU Folder", "SOC MTR Temp acpitz"}) {
+        EXPECT_EQ(sensors.read(name), nothing) << name;
+    }
+    EXPECT_EQ(sensors.read("CPU Core 3"), -40.0);  // the plausible band is the caller's
+    EXPECT_DOUBLE_EQ(sensors.read("CPU Core 2").value(), 9223372036854775.807);
+    const auto names = sensors.names();
+    EXPECT_EQ(std::count(names.begin(), names.end(), "CPU Dangling"), 0);
+}
+
+TEST(SysfsHIDSymbols, AChannelThatVanishesFailsAloneAndIsGoneAfterRediscovery) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    tree.addMonitor(1, "devices/usb/drive", "drivetemp", {{"", "35000"}});
+    CountingFileAccess access;
+    SysfsSensors sensors(tree.root, "no-such-library.so", access);
+    EXPECT_EQ(sensors.names(), (Names{"CPU Core 0", "SSD drivetemp"}));
+    EXPECT_EQ(sensors.read("SSD drivetemp"), 35.0);
+
+    access.failing = {std::filesystem::canonical(tree.root / "devices/usb/drive/hwmon/hwmon1/temp1_input")};
+    EXPECT_EQ(sensors.read("SSD drivetemp"), nothing);
+    EXPECT_EQ(sensors.read("CPU Core 0"), 41.0);
+
+    tree.remove("devices/usb");
+    tree.remove("class/hwmon/hwmon1");
+    sensors.discover();
+    EXPECT_EQ(sensors.names(), Names{"CPU Core 0"});
+    EXPECT_EQ(sensors.read("CPU Core 0"), 41.0);
+}
+
+TEST(SysfsHIDSymbols, WhatAppearsIsFoundByRediscovery) {
+    const TemporaryTree tree;
+    SysfsSensors sensors(tree.root);
+    EXPECT_EQ(sensors.names(), Names());
+    tree.addMonitor(7, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    sensors.discover();
+    EXPECT_EQ(sensors.names(), Names{"CPU Core 0"});
+    tree.addMonitor(0, "devices/pci/nvme0", "nvme", {{"Composite", "38000"}});
+    sensors.discover();
+    EXPECT_EQ(sensors.names(), (Names{"CPU Core 0", "SSD nvme Composite"}));
+}
+
+TEST(SysfsHIDSymbols, ServicesOfAnEarlierListingCanStillBeRead) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    const SysfsSensors sensors(tree.root);
+    const auto later = sensors.symbols().copyServices(nullptr);
+    ASSERT_EQ(later->size(), 1U);
+    EXPECT_NE(later->front().get(), sensors.services().front().get());
+    EXPECT_EQ(sensors.read("CPU Core 0"), 41.0);
+}
+
+TEST(SysfsHIDSymbols, ServicesCloseTheirFiles) {
+    const auto openFiles = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = openFiles();
+    {
+        SysfsSensors sensors(machine("amd-desktop"));
+        EXPECT_GE(openFiles(), before + 16);
+        sensors.discover();
+    }
+    EXPECT_EQ(openFiles(), before);
+}
+
+TEST(SysfsHIDSymbols, AZoneWhoseTemperatureAMonitorPublishesIsLeftOut) {
+    const TemporaryTree tree;
+    const auto addZone = [&](int number, std::string_view type) {
+        const auto folder = "devices/virtual/thermal/thermal_zone" + std::to_string(number);
+        tree.write(folder + "/type", std::string(type) + "\n");
+        tree.write(folder + "/temp", "40000\n");
+        tree.link("class/thermal/thermal_zone" + std::to_string(number), folder);
+        return folder;
+    };
+    addZone(0, "by-name");
+    const auto byDevice = addZone(1, "by-device");
+    const auto byChild = addZone(2, "by-child");
+    addZone(3, "by-nothing");
+    tree.addMonitor(0, "devices/platform/elsewhere", "by_name", {{"", "40000"}});
+    tree.write("devices/virtual/hwmon/hwmon1/name", "other\n");
+    tree.write("devices/virtual/hwmon/hwmon1/temp1_input", "40000\n");
+    tree.link("devices/virtual/hwmon/hwmon1/device", byDevice);
+    tree.link("class/hwmon/hwmon1", "devices/virtual/hwmon/hwmon1");
+    tree.write(byChild + "/hwmon2/name", "child\n");
+    tree.write(byChild + "/hwmon2/temp1_input", "40000\n");
+    tree.link("class/hwmon/hwmon2", byChild + "/hwmon2");
+    EXPECT_EQ(SysfsSensors(tree.root).names(), (Names{"by_name", "by_nothing", "child", "other"}));
+}
+
+TEST(SysfsHIDSymbols, AMonitorWithoutTemperaturesHidesNoZone) {
+    const TemporaryTree tree;
+    tree.write("class/hwmon/hwmon0/name", "cpu_thermal\n");
+    tree.write("class/hwmon/hwmon0/fan1_input", "1200\n");
+    tree.write("class/thermal/thermal_zone0/type", "cpu-thermal\n");
+    tree.write("class/thermal/thermal_zone0/temp", "52000\n");
+    const SysfsSensors sensors(tree.root);
+    EXPECT_EQ(sensors.names(), Names{"CPU cpu_thermal"});
+    EXPECT_EQ(sensors.read("CPU cpu_thermal"), 52.0);
+}
+
+}  // namespace
+}  // namespace thermopix

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/sensors/SysfsHIDSymbols.h"
+
+namespace thermopix {
+
+/// A modelled machine among the fixtures.
+inline std::filesystem::path machine(std::string_view name) {
+    return std::filesystem::path(THERMOPIX_TEST_ROOT) / "fixtures" / "sysfs" / name;
+}
+
+inline const std::vector<std::string> modelledMachines = {"amd-desktop",    "arm-board",    "broken-machine",
+                                                          "hybrid-laptop",  "intel-laptop", "two-socket-server",
+                                                          "virtual-machine"};
+
+/// A tree of files that lasts as long as the object.
+class TemporaryTree {
+public:
+    TemporaryTree() {
+        std::string path = (std::filesystem::temp_directory_path() / "thermopix-tree-XXXXXX").string();
+        root = ::mkdtemp(path.data());
+    }
+    ~TemporaryTree() { std::filesystem::remove_all(root); }
+    TemporaryTree(const TemporaryTree&) = delete;
+    TemporaryTree& operator=(const TemporaryTree&) = delete;
+
+    /// Writes a file in place, so that who holds it open sees the new content.
+    void write(const std::filesystem::path& path, std::string_view content) const {
+        std::filesystem::create_directories((root / path).parent_path());
+        std::ofstream(root / path, std::ios::binary) << content;
+    }
+    void link(const std::filesystem::path& path, const std::filesystem::path& target) const {
+        std::filesystem::create_directories((root / path).parent_path());
+        std::filesystem::create_symlink(root / target, root / path);
+    }
+    void remove(const std::filesystem::path& path) const { std::filesystem::remove_all(root / path); }
+
+    /// A monitor as the kernel lays it out, with readings by label.
+    void addMonitor(int number, const std::filesystem::path& device, std::string_view chip,
+                    const std::vector<std::pair<std::string, std::string>>& readings) const {
+        const auto folder = device / "hwmon" / ("hwmon" + std::to_string(number));
+        write(folder / "name", std::string(chip) + "\n");
+        int index = 0;
+        for (const auto& [label, reading] : readings) {
+            const auto stem = "temp" + std::to_string(++index);
+            write(folder / (stem + "_input"), reading);
+            if (!label.empty()) {
+                write(folder / (stem + "_label"), label + "\n");
+            }
+        }
+        link(folder / "device", device);
+        link("class/hwmon/hwmon" + std::to_string(number), folder);
+    }
+
+    std::filesystem::path root;
+};
+
+/// Counts what is opened and read, by path, and refuses to read what a test names.
+class CountingFileAccess final : public FileAccess {
+public:
+    int open(const std::string& path) override {
+        const int descriptor = FileAccess::open(path);
+        if (descriptor >= 0) {
+            paths_[descriptor] = path;
+            ++opened;
+        }
+        return descriptor;
+    }
+
+    ssize_t readFromStart(int descriptor, std::span<char> buffer) override {
+        ++reads;
+        const auto& path = paths_[descriptor];
+        readFiles.push_back(std::filesystem::path(path).filename());
+        if (failing.contains(path)) {
+            errno = ENODEV;
+            return -1;
+        }
+        return FileAccess::readFromStart(descriptor, buffer);
+    }
+
+    std::int64_t opened = 0;
+    std::int64_t reads = 0;
+    std::vector<std::string> readFiles;
+    std::set<std::string> failing;
+
+private:
+    std::map<int, std::string> paths_;
+};
+
+/// The sensors of a tree, used through the table of entry points as the core uses it.
+class SysfsSensors {
+public:
+    explicit SysfsSensors(std::filesystem::path root, std::string nvmlLibrary = "no-such-library.so",
+                          FileAccess& access = systemFileAccess())
+        : loader_(std::move(root), std::move(nvmlLibrary), access) {
+        const auto opened = loader_.open("/System/Library/Frameworks/IOKit.framework/IOKit");
+        bool bound = opened;
+        for (const auto name :
+             {"IOHIDEventSystemClientCreate", "IOHIDEventSystemClientSetMatching", "IOHIDEventSystemClientCopyServices",
+              "IOHIDServiceClientCopyProperty", "IOHIDServiceClientCopyEvent", "IOHIDEventGetFloatValue"}) {
+            bound = loader_.bind(name, symbols_) && bound;
+        }
+        if (!bound) {
+            std::abort();
+        }
+        client_ = symbols_.create();
+        discover();
+    }
+
+    void discover() {
+        symbols_.setMatching(client_.get(), {HIDMatching{"PrimaryUsagePage", 65280}, HIDMatching{"PrimaryUsage", 5}});
+        services_ = symbols_.copyServices(client_.get()).value_or(std::vector<HIDObject>());
+    }
+
+    [[nodiscard]] std::vector<std::string> names() const {
+        std::vector<std::string> all;
+        for (const auto& service : services_) {
+            all.push_back(std::get<std::string>(symbols_.copyProperty(service.get(), "Product").value()));
+        }
+        return all;
+    }
+
+    [[nodiscard]] std::optional<double> read(std::string_view name) const {
+        const auto all = names();
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            if (all[i] == name) {
+                return read(i);
+            }
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<double> read(std::size_t index) const {
+        const auto event = symbols_.copyEvent(services_[index].get(), 15, 0, 0);
+        return event ? std::optional(symbols_.getFloat(event.get(), 983040)) : std::nullopt;
+    }
+
+    [[nodiscard]] std::vector<std::optional<double>> readAll() const {
+        std::vector<std::optional<double>> all;
+        for (std::size_t i = 0; i < services_.size(); ++i) {
+            all.push_back(read(i));
+        }
+        return all;
+    }
+
+    [[nodiscard]] const HIDSymbols& symbols() const { return symbols_; }
+    [[nodiscard]] const std::vector<HIDObject>& services() const { return services_; }
+
+private:
+    SysfsHIDSymbols loader_;
+    HIDSymbols symbols_;
+    HIDObject client_ = noHIDObject();
+    std::vector<HIDObject> services_;
+};
+
+}  // namespace thermopix
