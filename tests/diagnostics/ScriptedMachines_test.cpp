@@ -113,12 +113,12 @@ protected:
 
 TEST_P(ScriptedMachines, HaveThisSensorReport) {
     EXPECT_EQ(SensorDump::run(platform, output), GetParam().dumpStatus);
-    expectGolden(GetParam().name + ".sensors.txt", output.text());
+    expectGolden("scripted/" + GetParam().name + ".sensors.txt", output.text());
 }
 
 TEST_P(ScriptedMachines, HaveThisSelfTestReport) {
     EXPECT_EQ(AcceptanceSelfTest::run(platform, output), GetParam().selfTestStatus);
-    expectGolden(GetParam().name + ".selftest.txt", output.text());
+    expectGolden("scripted/" + GetParam().name + ".selftest.txt", output.text());
 }
 
 std::string caseName(const testing::TestParamInfo<Machine>& info) {
