@@ -16,8 +16,8 @@ public:
     template <typename Callable>
     requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionView> &&
              std::is_invocable_r_v<Result, Callable&, Arguments...>)
-        FunctionView(
-            Callable&& callable)  // NOLINT(google-explicit-constructor,bugprone-forwarding-*): converts, by design
+        // NOLINTNEXTLINE(google-explicit-constructor,bugprone-forwarding-reference-overload): converts, by design
+        FunctionView(Callable&& callable)
         : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
           call_([](void* object, Arguments... arguments) -> Result {
               return (*static_cast<std::remove_reference_t<Callable>*>(object))(std::forward<Arguments>(arguments)...);

@@ -18,7 +18,7 @@ public:
 
     using TemperatureSensing::sample;
     [[nodiscard]] bool isAvailable() const override { return available; }
-    void sample(SensorNamePredicate wanted, std::vector<SensorSample>& samples) override;
+    void sample(SensorNamePredicate wanted, std::vector<SensorSample>& found) override;
     void refresh() override;
 
     bool available;
