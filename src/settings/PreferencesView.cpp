@@ -1,0 +1,228 @@
+#include "settings/PreferencesView.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <utility>
+
+#include "app/AppInfo.h"
+#include "pixels/BlinkRhythm.h"
+#include "settings/Identifiers.h"
+#include "settings/Panes.h"
+#include "settings/SettingsSidebar.h"
+#include "settings/ViewBuilding.h"
+
+namespace thermopix {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto previewInterval = 1s;
+constexpr auto previewLeeway = 100ms;
+constexpr Insets panePadding{.top = 40, .leading = 28, .bottom = 28, .trailing = 28};
+
+struct ToggleBinding {
+    std::string_view identifier;
+    bool Preferences::*field;
+};
+
+// "Open at login" is not among them: the system decides that one.
+constexpr std::array toggleBindings{
+    ToggleBinding{Identifiers::unitLetter, &Preferences::showsUnitLetter},
+    ToggleBinding{Identifiers::showPrefsOnLaunch, &Preferences::showPreferencesOnLaunch},
+    ToggleBinding{Identifiers::showInDock, &Preferences::showInDock},
+    ToggleBinding{Identifiers::autoUpdate, &Preferences::checkForUpdatesAutomatically},
+};
+
+std::optional<std::string_view> suffixOf(std::string_view identifier, std::string_view prefix) {
+    return identifier.starts_with(prefix) ? std::optional(identifier.substr(prefix.size())) : std::nullopt;
+}
+
+template <typename Case>
+bool choose(PreferencesStore& store, Case Preferences::*field, std::optional<std::string_view> raw) {
+    const auto chosen = raw ? fromRawValue<Case>(*raw) : std::nullopt;
+    if (chosen) {
+        store.set(field, *chosen);
+    }
+    return chosen.has_value();
+}
+
+std::optional<RefreshInterval> intervalOf(std::string_view text) {
+    std::int64_t seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber ? fromRawValue<RefreshInterval>(seconds) : std::nullopt;
+}
+
+}  // namespace
+
+PreferencesView::PreferencesView(AppEnvironment& environment, std::function<void()> terminate)
+    : environment_(environment), terminate_(std::move(terminate)) {}
+
+ViewNode PreferencesView::node() {
+    const auto& system = environment_.platform().systemInformation();
+    ViewNode pane = paneNode();
+    pane.padding = panePadding;
+    pane.fillsWidth = true;
+    ViewNode scroll;
+    scroll.kind = ViewKind::scroll;
+    // Another pane is another list, which starts at its top.
+    scroll.identifier = "prefs.scroll." + std::string(rawValue(pane_));
+    scroll.children.push_back(std::move(pane));
+    ViewNode root = Views::horizontal(
+        0, {settingsSidebar(pane_, AppInfo::shortVersion(system)), Views::divider(), std::move(scroll)});
+    root.alignment = Alignment::leading;
+    return root;
+}
+
+ViewNode PreferencesView::paneNode() {
+    const auto& preferences = environment_.preferences();
+    switch (pane_) {
+        case Pane::readout:
+            return Panes::readout(preferences, display_, isBlinking_);
+        case Pane::general:
+            return Panes::general(preferences);
+        case Pane::about:
+            return Panes::about(environment_, environment_.platform().systemInformation());
+    }
+    return {};
+}
+
+void PreferencesView::handle(const ViewEvent& event) {
+    if (const auto raw = suffixOf(event.identifier, Identifiers::pane)) {
+        pane_ = fromRawValue<Pane>(*raw).value_or(pane_);
+        redraw();
+    } else if (!handleToggle(event) && !handleChoice(event)) {
+        handleAction(event.identifier);
+    }
+}
+
+bool PreferencesView::handleToggle(const ViewEvent& event) {
+    if (event.value != "true" && event.value != "false") {
+        return false;
+    }
+    const bool isOn = event.value == "true";
+    if (event.identifier == Identifiers::openAtLogin) {
+        environment_.setOpenAtLogin(isOn);
+        return true;
+    }
+    for (const auto& binding : toggleBindings) {
+        if (event.identifier == binding.identifier) {
+            environment_.store().set(binding.field, isOn);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool PreferencesView::handleChoice(const ViewEvent& event) {
+    auto& store = environment_.store();
+    const std::string_view value = event.value;
+    if (event.identifier == Identifiers::size) {
+        return choose(store, &Preferences::size, value);
+    }
+    if (event.identifier == Identifiers::unit) {
+        return choose(store, &Preferences::unit, value);
+    }
+    if (event.identifier == Identifiers::source) {
+        return choose(store, &Preferences::source, value);
+    }
+    if (event.identifier == Identifiers::interval) {
+        const auto interval = intervalOf(value);
+        if (interval) {
+            store.set(&Preferences::refreshInterval, *interval);
+        }
+        return interval.has_value();
+    }
+    return choose(store, &Preferences::pet, suffixOf(event.identifier, Identifiers::pet)) ||
+           choose(store, &Preferences::style, suffixOf(event.identifier, Identifiers::style));
+}
+
+void PreferencesView::handleAction(std::string_view identifier) {
+    if (identifier == Identifiers::checkNow) {
+        environment_.updater().checkForUpdates();
+    } else if (identifier == Identifiers::quit) {
+        terminate_();
+    }
+}
+
+void PreferencesView::appear() {
+    if (previewTimer_.isActive()) {
+        return;
+    }
+    previewTimer_ = environment_.mainLoop().repeating(previewInterval, previewInterval, previewLeeway,
+                                                      [this] { refreshDisplay(); });
+    settings_.push_back(environment_.store().subscribe([this](const Preferences&) { settingsChanged(); }));
+    settings_.push_back(environment_.store().subscribeDistinct(
+        [](const Preferences& record) { return std::tuple(record.unit, record.source); },
+        [this](const auto&) {
+            environment_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
+                if (!alive.expired() && previewTimer_.isActive()) {
+                    refreshDisplay();
+                }
+            });
+        }));
+    settings_.push_back(
+        environment_.store().subscribeDistinct([](const Preferences& record) { return record.pet == PixelPet::none; },
+                                               [this](bool) {
+                                                   environment_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
+                                                       if (!alive.expired() && previewTimer_.isActive()) {
+                                                           startBlinking();
+                                                       }
+                                                   });
+                                               }));
+    refreshDisplay();
+}
+
+void PreferencesView::disappear() {
+    settings_.clear();
+    previewTimer_.cancel();
+    blinkTimer_.cancel();
+    eyesOpenTimer_.cancel();
+    isBlinking_ = false;
+}
+
+void PreferencesView::settingsChanged() {
+    // Subscribers hear of a change before it is made; what is drawn is the record as it will be.
+    environment_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) {
+            redraw();
+        }
+    });
+}
+
+void PreferencesView::refreshDisplay() {
+    display_ = environment_.currentDisplay();
+    redraw();
+}
+
+void PreferencesView::startBlinking() {
+    isBlinking_ = false;
+    eyesOpenTimer_.cancel();
+    blinkTimer_.cancel();
+    if (environment_.preferences().pet == PixelPet::none) {
+        return;
+    }
+    blinkTimer_ =
+        environment_.mainLoop().repeating(BlinkRhythm::period, BlinkRhythm::period, BlinkRhythm::leeway, [this] {
+            isBlinking_ = true;
+            redraw();
+            eyesOpenTimer_ = environment_.mainLoop().oneShot(BlinkRhythm::closed, [this] {
+                isBlinking_ = false;
+                redraw();
+            });
+        });
+}
+
+void PreferencesView::redraw() {
+    if (onChange) {
+        onChange();
+    }
+}
+
+}  // namespace thermopix

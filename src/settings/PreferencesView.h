@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "app/AppEnvironment.h"
+#include "base/Subscription.h"
+#include "sensing/Display.h"
+#include "settings/Pane.h"
+#include "settings/ViewNode.h"
+
+namespace thermopix {
+
+/// The content of the Settings window: the chosen pane beside the sidebar, drawn from the settings and from a copy of
+/// the status bar's display that is at most a second old. Works only between `appear` and `disappear`. Main thread.
+class PreferencesView {
+public:
+    /// `environment` outlives the view.
+    PreferencesView(AppEnvironment& environment, std::function<void()> terminate);
+
+    /// Called when `node()` may have changed.
+    std::function<void()> onChange;
+
+    [[nodiscard]] ViewNode node();
+
+    /// The user operated a control; identifiers and values that mean nothing are ignored.
+    void handle(const ViewEvent& event);
+
+    void appear();
+    void disappear();
+
+private:
+    [[nodiscard]] ViewNode paneNode();
+    bool handleToggle(const ViewEvent& event);
+    bool handleChoice(const ViewEvent& event);
+    void handleAction(std::string_view identifier);
+    void settingsChanged();
+    void refreshDisplay();
+    void startBlinking();
+    void redraw();
+
+    AppEnvironment& environment_;
+    std::function<void()> terminate_;
+    Pane pane_ = Pane::readout;
+    Display display_;
+    bool isBlinking_ = false;
+    Subscription previewTimer_;
+    Subscription blinkTimer_;
+    Subscription eyesOpenTimer_;
+    std::vector<Subscription> settings_;
+    /// Lets posted work notice that the view is gone.
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace thermopix

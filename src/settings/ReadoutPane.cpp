@@ -1,0 +1,114 @@
+#include <fmt/format.h>
+
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "sensing/PetMood.h"
+#include "settings/Identifiers.h"
+#include "settings/Panes.h"
+#include "settings/PetRow.h"
+#include "settings/Section.h"
+#include "settings/StatusBarPreview.h"
+#include "settings/StyleRow.h"
+#include "settings/ViewBuilding.h"
+
+namespace thermopix::Panes {
+
+namespace {
+
+constexpr double rowSpacing = 2;
+constexpr int exampleReading = 52;
+
+ViewNode previewSection(const Preferences& preferences, const Display& display) {
+    const StatusBarPreview preview{display, preferences.style, preferences.size, preferences.pet,
+                                   preferences.showsUnitLetter};
+    return section("Preview", {preview.node(),
+                               captionText("Light and dark menu bars, at actual size. The status image is a template, "
+                                           "so macOS tints it for both — and inverts it again while the menu is "
+                                           "open.")});
+}
+
+std::string moodCaption() {
+    const auto thresholds = moodThresholds();
+    return fmt::format(
+        "Four moods, from a chilly {:.0f}° up to a scorching {:.0f}°. The highlighted one is how your Mac is doing "
+        "right now. It blinks, too.",
+        thresholds.front().upperBound, thresholds.back().upperBound);
+}
+
+ViewNode petSection(const Preferences& preferences, const Display& display, bool blinking) {
+    std::vector<ViewNode> rows;
+    for (const PixelPet pet : allCases<PixelPet>()) {
+        rows.push_back(
+            PetRow{pet, display, preferences.style, preferences.size, pet == preferences.pet, blinking}.node());
+    }
+    ViewNode list = Views::vertical(rowSpacing, std::move(rows));
+    list.fillsWidth = true;
+    return section("Pet", {std::move(list), captionText(moodCaption())});
+}
+
+ViewNode styleSection(const Preferences& preferences, const Display& display) {
+    std::vector<ViewNode> rows;
+    for (const PixelStyle style : allCases<PixelStyle>()) {
+        rows.push_back(StyleRow{style, display, preferences.size, preferences.pet, preferences.showsUnitLetter,
+                                style == preferences.style}
+                           .node());
+    }
+    ViewNode list = Views::vertical(rowSpacing, std::move(rows));
+    list.fillsWidth = true;
+    return section("Style", {std::move(list),
+                             captionText("Every style is drawn on a 48-pixel grid at whole-point cells, so it lands "
+                                         "on exact device pixels and is never resampled.")});
+}
+
+template <typename Case, typename Title>
+ViewNode segmentedPicker(std::string_view title, std::string_view identifier, Case selection, Title itemTitle) {
+    ViewNode picker;
+    picker.kind = ViewKind::picker;
+    picker.pickerStyle = PickerStyle::segmented;
+    picker.text = title;
+    picker.hidesLabel = true;
+    picker.identifier = identifier;
+    picker.selection = rawValue(selection);
+    for (const Case item : allCases<Case>()) {
+        picker.items.push_back({itemTitle(item), std::string(rawValue(item))});
+    }
+    return picker;
+}
+
+ViewNode sizeSection(const Preferences& preferences) {
+    constexpr std::string_view heading = "Size";
+    return section(
+        heading,
+        {segmentedPicker(heading, Identifiers::size, preferences.size,
+                         [](PixelSize size) { return std::string(title(size)); }),
+         captionText(fmt::format(
+             "Compact draws each pixel at 2 pt — {:.0f} pt tall, in proportion with the system's own menu bar items. "
+             "Large draws it at 3 pt, which fills the bar. Only whole points, because a fractional cell would stop "
+             "the art landing on device pixels.",
+             renderedHeight(preferences.style, PixelSize::compact, PixelPet::none)))});
+}
+
+ViewNode unitSection(const Preferences& preferences) {
+    constexpr std::string_view heading = "Unit";
+    return section(
+        heading,
+        {segmentedPicker(heading, Identifiers::unit, preferences.unit,
+                         [](TemperatureUnit unit) { return fmt::format("{} ({})", title(unit), symbol(unit)); }),
+         Views::toggle("Show the unit letter", Identifiers::unitLetter, preferences.showsUnitLetter),
+         captionText(fmt::format("Off shows `{0}°`; on shows `{0}°{1}`. The digit field is a fixed width "
+                                 "either way, so the menu bar never shifts as the number changes.",
+                                 exampleReading, suffix(preferences.unit)))});
+}
+
+}  // namespace
+
+ViewNode readout(const Preferences& preferences, const Display& display, bool blinking) {
+    return Views::vertical(sectionSpacing,
+                           {previewSection(preferences, display), petSection(preferences, display, blinking),
+                            styleSection(preferences, display), sizeSection(preferences), unitSection(preferences)});
+}
+
+}  // namespace thermopix::Panes

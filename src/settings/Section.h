@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "settings/ViewNode.h"
+
+namespace thermopix {
+
+/// A title over its content.
+[[nodiscard]] ViewNode section(std::string_view title, std::vector<ViewNode> content);
+
+/// Controls that belong together, on a card.
+[[nodiscard]] ViewNode card(std::vector<ViewNode> content);
+
+/// An explanation in small print, on as many lines as it needs.
+[[nodiscard]] ViewNode captionText(std::string_view text);
+
+}  // namespace thermopix

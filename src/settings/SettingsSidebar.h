@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+#include "settings/Pane.h"
+#include "settings/ViewNode.h"
+
+namespace thermopix {
+
+inline constexpr double sidebarWidth = 180;
+
+/// One row per pane, and the version at the bottom.
+[[nodiscard]] ViewNode settingsSidebar(Pane selection, std::string_view shortVersion);
+
+[[nodiscard]] ViewNode sidebarRow(Pane pane, Pane selection);
+
+}  // namespace thermopix

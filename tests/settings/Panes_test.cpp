@@ -1,0 +1,240 @@
+#include "settings/Panes.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "fakes/FakePlatform.h"
+#include "settings/PetRow.h"
+#include "settings/SettingsSidebar.h"
+#include "settings/StatusBarPreview.h"
+#include "settings/ViewOutline.h"
+
+namespace thermopix {
+namespace {
+
+constexpr Display comfy{
+    .value = 52, .unit = TemperatureUnit::celsius, .pressure = {}, .isHot = false, .mood = PetMood::content};
+
+// The pane as it was approved; THERMOPIX_UPDATE_GOLDEN=1 approves what it is now.
+void expectGolden(const std::string& name, const ViewNode& node) {
+    const std::string path = std::string(THERMOPIX_TEST_ROOT) + "/settings/golden/" + name + ".txt";
+    const std::string actual = outline(node);
+    if (std::getenv("THERMOPIX_UPDATE_GOLDEN") != nullptr) {
+        std::ofstream(path) << actual;
+    }
+    std::ostringstream expected;
+    expected << std::ifstream(path).rdbuf();
+    EXPECT_EQ(actual, expected.str()) << path;
+}
+
+const ViewNode* find(const ViewNode& node, const std::string& identifier) {
+    if (node.identifier == identifier) {
+        return &node;
+    }
+    for (const auto& child : node.children) {
+        if (const auto* found = find(child, identifier)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+bool says(const ViewNode& node, const std::string& text) {
+    if (node.text.find(text) != std::string::npos) {
+        return true;
+    }
+    for (const auto& child : node.children) {
+        if (says(child, text)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::vector<const ViewNode*> pixelImages(const ViewNode& node) {
+    std::vector<const ViewNode*> images;
+    if (node.kind == ViewKind::pixelImage) {
+        images.push_back(&node);
+    }
+    for (const auto& child : node.children) {
+        const auto inner = pixelImages(child);
+        images.insert(images.end(), inner.begin(), inner.end());
+    }
+    return images;
+}
+
+TEST(ReadoutPane, IsAsApproved) {
+    expectGolden("readout-default", Panes::readout(Preferences{}, comfy, false));
+}
+
+TEST(ReadoutPane, IsAsApprovedWithEveryOtherChoice) {
+    const Preferences preferences{.unit = TemperatureUnit::fahrenheit,
+                                  .style = PixelStyle::dotMatrix,
+                                  .size = PixelSize::large,
+                                  .pet = PixelPet::none,
+                                  .showsUnitLetter = true};
+    const Display hot{.value = 201,
+                      .unit = TemperatureUnit::fahrenheit,
+                      .pressure = ThermalPressure::serious,
+                      .isHot = true,
+                      .mood = PetMood::scorching};
+    expectGolden("readout-other", Panes::readout(preferences, hot, false));
+}
+
+TEST(ReadoutPane, HidesThePetInEveryPreviewAtOnceWhenNoPetIsChosen) {
+    Preferences preferences;
+    const auto widthOf = [&](const std::string& identifier) {
+        const auto pane = Panes::readout(preferences, comfy, false);
+        return pixelImages(*find(pane, identifier)).front()->image.bitmap.width();
+    };
+    EXPECT_EQ(widthOf("prefs.preview"), 27);
+    EXPECT_EQ(widthOf("prefs.style.micro"), 21);
+    preferences.pet = PixelPet::none;
+    EXPECT_EQ(widthOf("prefs.preview"), 17);
+    EXPECT_EQ(widthOf("prefs.style.micro"), 11);
+}
+
+TEST(ReadoutPane, SelectsTheRowsOfTheSettings) {
+    for (const PixelPet pet : allCases<PixelPet>()) {
+        for (const PixelStyle style : allCases<PixelStyle>()) {
+            const auto pane = Panes::readout({.style = style, .pet = pet}, comfy, false);
+            for (const PixelPet each : allCases<PixelPet>()) {
+                const auto* node = find(pane, "prefs.pet." + std::string(rawValue(each)));
+                ASSERT_NE(node, nullptr);
+                EXPECT_EQ(node->accessibility.isSelected, each == pet);
+            }
+            for (const PixelStyle each : allCases<PixelStyle>()) {
+                const auto* node = find(pane, "prefs.style." + std::string(rawValue(each)));
+                ASSERT_NE(node, nullptr);
+                EXPECT_EQ(node->accessibility.isSelected, each == style);
+            }
+        }
+    }
+}
+
+TEST(ReadoutPane, NamesTheUnitInItsCaption) {
+    EXPECT_TRUE(says(Panes::readout({}, comfy, false), "Off shows `52°`; on shows `52°C`. "));
+    EXPECT_TRUE(says(Panes::readout({.unit = TemperatureUnit::fahrenheit}, comfy, false), "on shows `52°F`. "));
+}
+
+TEST(ReadoutPane, StatesTheCompactHeightOfTheChosenStyle) {
+    EXPECT_TRUE(says(Panes::readout({}, comfy, false), "at 2 pt — 14 pt tall,"));
+    EXPECT_TRUE(says(Panes::readout({.style = PixelStyle::micro}, comfy, false), "at 2 pt — 10 pt tall,"));
+}
+
+TEST(ReadoutPane, ShowsTheUnavailableReadout) {
+    const auto pane = Panes::readout({}, Display{}, false);
+    const auto* preview = find(pane, "prefs.preview");
+    ASSERT_NE(preview, nullptr);
+    EXPECT_EQ(preview->accessibility.label, "Preview: --°");
+    EXPECT_EQ(pixelImages(*preview).front()->image.description, "Temperature unavailable. Thermal state nominal.");
+}
+
+TEST(StatusBarPreview, ReadsTheTextThatItShows) {
+    const Display hot{.value = 91, .unit = {}, .pressure = {}, .isHot = true, .mood = PetMood::scorching};
+    EXPECT_EQ((StatusBarPreview{hot, PixelStyle::arcade, PixelSize::compact, PixelPet::none, true}.node())
+                  .accessibility.label,
+              "Preview: 91~°C");
+    EXPECT_EQ(
+        (StatusBarPreview{hot, PixelStyle::arcade, PixelSize::compact, PixelPet::cat, true}.node()).accessibility.label,
+        "Preview: 91°C");
+}
+
+TEST(PetRow, HighlightsTheMoodOfTheDisplay) {
+    for (const PetMood mood : allCases<PetMood>()) {
+        Display display = comfy;
+        display.mood = mood;
+        const auto row = PetRow{PixelPet::ghost, display, PixelStyle::arcade, PixelSize::compact, false, false}.node();
+        const auto images = pixelImages(row);
+        ASSERT_EQ(images.size(), 4U);
+        for (const PetMood each : allCases<PetMood>()) {
+            const auto& color = images[static_cast<std::size_t>(each)]->color;
+            EXPECT_EQ(color, Color(RoleColor{each == mood ? ColorRole::accent : ColorRole::tertiary}));
+        }
+    }
+}
+
+TEST(PetRow, BlinksOnlyTheChosenPetsPresentMood) {
+    const auto blinkingMoods = [](bool isSelected) {
+        const auto open =
+            PetRow{PixelPet::cat, comfy, PixelStyle::arcade, PixelSize::compact, isSelected, false}.node();
+        const auto closed =
+            PetRow{PixelPet::cat, comfy, PixelStyle::arcade, PixelSize::compact, isSelected, true}.node();
+        std::vector<bool> differs;
+        for (std::size_t i = 0; i < 4; ++i) {
+            differs.push_back(pixelImages(open)[i]->image.bitmap != pixelImages(closed)[i]->image.bitmap);
+        }
+        return differs;
+    };
+    EXPECT_EQ(blinkingMoods(true), (std::vector<bool>{false, true, false, false}));
+    EXPECT_EQ(blinkingMoods(false), (std::vector<bool>(4, false)));
+}
+
+TEST(GeneralPane, IsAsApproved) {
+    expectGolden("general-default", Panes::general(Preferences{}));
+}
+
+TEST(GeneralPane, IsAsApprovedWithEveryOtherChoice) {
+    expectGolden("general-other", Panes::general({.source = SensorSource::hottest,
+                                                  .refreshInterval = RefreshInterval::thirtySeconds,
+                                                  .openAtLogin = true,
+                                                  .showPreferencesOnLaunch = true,
+                                                  .showInDock = true,
+                                                  .checkForUpdatesAutomatically = false}));
+}
+
+TEST(GeneralPane, ExplainsTheChosenSource) {
+    for (const SensorSource source : allCases<SensorSource>()) {
+        EXPECT_TRUE(says(Panes::general({.source = source}), std::string(subtitle(source))));
+    }
+}
+
+TEST(Sidebar, SelectsOneRowAndHoversOverTheOthers) {
+    const auto selected = sidebarRow(Pane::general, Pane::general);
+    EXPECT_EQ(selected.background.fill, Fill(RoleColor{ColorRole::accent}));
+    EXPECT_EQ(selected.background.hoverFill, Fill{});
+    EXPECT_TRUE(selected.accessibility.isSelected);
+    const auto other = sidebarRow(Pane::about, Pane::general);
+    EXPECT_EQ(other.background.fill, Fill{});
+    EXPECT_EQ(other.background.hoverFill, Fill(RoleColor{ColorRole::primary, 0.06}));
+    EXPECT_FALSE(other.accessibility.isSelected);
+}
+
+TEST(Sidebar, IsAsApproved) {
+    expectGolden("sidebar", settingsSidebar(Pane::readout, "1.2"));
+}
+
+class AboutPaneTest : public testing::Test {
+protected:
+    [[nodiscard]] ViewNode pane(std::vector<std::string> options) {
+        options.insert(options.begin(), "thermopix");
+        environment = std::make_unique<AppEnvironment>(options, EnvironmentVariables{}, platform);
+        return Panes::about(*environment, platform.system);
+    }
+
+    FakePlatform platform;
+    std::unique_ptr<AppEnvironment> environment;
+};
+
+TEST_F(AboutPaneTest, IsAsApproved) {
+    expectGolden("about-twelve-sensors", pane({"--uitest-fake-sensor"}));
+}
+
+TEST_F(AboutPaneTest, SaysWhyThereIsNoReading) {
+    platform.thermal.state = 2;
+    expectGolden("about-no-sensor", pane({}));
+    EXPECT_TRUE(says(Panes::about(*environment, platform.system), "Thermal state right now: Serious"));
+}
+
+TEST_F(AboutPaneTest, KeepsThePluralForOneSensor) {
+    platform.hid.services = {{"CPU", 50.0}};
+    EXPECT_TRUE(says(pane({}), "1 thermal sensors readable on this Mac."));
+}
+
+}  // namespace
+}  // namespace thermopix

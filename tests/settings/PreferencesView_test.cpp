@@ -1,0 +1,204 @@
+#include "settings/PreferencesView.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fakes/FakePlatform.h"
+#include "sensing/FakeTemperatureSensor.h"
+#include "settings/ViewOutline.h"
+
+namespace thermopix {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PreferencesViewTest : public testing::Test {
+protected:
+    PreferencesViewTest() {
+        view.onChange = [this] { ++redraws; };
+    }
+
+    void appear() {
+        view.appear();
+        settle();
+    }
+    void settle() { platform.manualMainLoop.runPending(); }
+    void operate(const std::string& identifier, const std::string& value = "") {
+        view.handle({identifier, value});
+        settle();
+    }
+    [[nodiscard]] const Preferences& preferences() const { return platform_preferences(); }
+    [[nodiscard]] bool shows(const std::string& text) { return outline(view.node()).find(text) != std::string::npos; }
+
+    FakePlatform platform;
+    std::vector<std::string> arguments{"thermopix", "--uitest-fake-sensor"};
+    AppEnvironment environment{arguments, {}, platform};
+    int terminations = 0;
+    int redraws = 0;
+    PreferencesView view{environment, [this] { ++terminations; }};
+
+    [[nodiscard]] FakeTemperatureSensor& sensor() { return dynamic_cast<FakeTemperatureSensor&>(environment.sensor()); }
+    [[nodiscard]] FakeUpdater& updater() { return dynamic_cast<FakeUpdater&>(environment.updater()); }
+    [[nodiscard]] FakeLoginItem& loginItem() { return dynamic_cast<FakeLoginItem&>(environment.loginItem()); }
+
+private:
+    [[nodiscard]] const Preferences& platform_preferences() const {
+        return const_cast<AppEnvironment&>(environment).preferences();
+    }
+};
+
+TEST_F(PreferencesViewTest, StartsWithTheReadoutPaneAndNoReading) {
+    EXPECT_TRUE(shows("says \"Preview: --°\""));
+}
+
+TEST_F(PreferencesViewTest, TakesAReadingWhenItAppears) {
+    appear();
+    EXPECT_TRUE(shows("says \"Preview: 61°\""));
+}
+
+TEST_F(PreferencesViewTest, FollowsTheMachineOnceASecond) {
+    appear();
+    sensor().samples = {{"CPU", 40.0}};
+    environment.monitor().reset();
+    platform.manualMainLoop.advance(999ms);
+    EXPECT_TRUE(shows("Preview: 61°"));
+    platform.manualMainLoop.advance(1ms);
+    EXPECT_TRUE(shows("Preview: 40°"));
+}
+
+TEST_F(PreferencesViewTest, RefreshesTheDisplayAtOnceWhenUnitOrSourceChange) {
+    appear();
+    operate("prefs.unit", "fahrenheit");
+    EXPECT_TRUE(shows("Preview: 141°"));
+    operate("prefs.pane.general");
+    operate("prefs.source", "hottest");
+    operate("prefs.pane.readout");
+    operate("prefs.source", "battery");
+    EXPECT_TRUE(shows("Preview:  90°"));
+}
+
+TEST_F(PreferencesViewTest, DoesNothingWhileItIsNotShown) {
+    appear();
+    view.disappear();
+    settle();
+    const auto polls = sensor().sampleCallCount;
+    redraws = 0;
+    platform.manualMainLoop.advance(60s);
+    environment.store().set(&Preferences::unit, TemperatureUnit::fahrenheit);
+    settle();
+    EXPECT_EQ(sensor().sampleCallCount, polls);
+    EXPECT_EQ(redraws, 0);
+    EXPECT_EQ(platform.manualMainLoop.activeTimerCount(), 0U);
+}
+
+TEST_F(PreferencesViewTest, KeepsItsPaneFromOneShowingToTheNext) {
+    appear();
+    operate("prefs.pane.about");
+    view.disappear();
+    view.appear();
+    EXPECT_TRUE(shows("prefs.quit"));
+}
+
+TEST_F(PreferencesViewTest, BlinksInTheRhythmOfTheStatusItem) {
+    appear();
+    const auto open = view.node();
+    platform.manualMainLoop.advance(5500ms);
+    const auto closed = view.node();
+    EXPECT_NE(outline(closed), "");
+    EXPECT_NE(open, closed);
+    platform.manualMainLoop.advance(160ms);
+    EXPECT_EQ(view.node(), open);
+}
+
+TEST_F(PreferencesViewTest, DoesNotBlinkWithoutAPet) {
+    appear();
+    operate("prefs.pet.none");
+    const auto timers = platform.manualMainLoop.activeTimerCount();
+    EXPECT_EQ(timers, 1U);
+    operate("prefs.pet.ghost");
+    EXPECT_EQ(platform.manualMainLoop.activeTimerCount(), 2U);
+}
+
+TEST_F(PreferencesViewTest, SwitchesPanes) {
+    appear();
+    operate("prefs.pane.general");
+    EXPECT_TRUE(shows("prefs.interval"));
+    operate("prefs.pane.general");
+    EXPECT_TRUE(shows("prefs.interval"));
+    operate("prefs.pane.nowhere");
+    EXPECT_TRUE(shows("prefs.interval"));
+}
+
+TEST_F(PreferencesViewTest, WritesEveryChoiceIntoItsSetting) {
+    appear();
+    operate("prefs.pet.westie");
+    EXPECT_EQ(preferences().pet, PixelPet::westie);
+    operate("prefs.style.segment");
+    EXPECT_EQ(preferences().style, PixelStyle::segment);
+    operate("prefs.size", "large");
+    EXPECT_EQ(preferences().size, PixelSize::large);
+    operate("prefs.unit", "fahrenheit");
+    EXPECT_EQ(preferences().unit, TemperatureUnit::fahrenheit);
+    operate("prefs.source", "gpu");
+    EXPECT_EQ(preferences().source, SensorSource::gpu);
+    operate("prefs.interval", "30");
+    EXPECT_EQ(preferences().refreshInterval, RefreshInterval::thirtySeconds);
+}
+
+TEST_F(PreferencesViewTest, WritesEverySwitchIntoItsSetting) {
+    appear();
+    operate("prefs.unitLetter", "true");
+    EXPECT_TRUE(preferences().showsUnitLetter);
+    operate("prefs.showPrefsOnLaunch", "true");
+    EXPECT_TRUE(preferences().showPreferencesOnLaunch);
+    operate("prefs.showInDock", "true");
+    EXPECT_TRUE(preferences().showInDock);
+    operate("prefs.autoUpdate", "false");
+    EXPECT_FALSE(preferences().checkForUpdatesAutomatically);
+}
+
+TEST_F(PreferencesViewTest, LetsTheSystemDecideAboutOpeningAtLogin) {
+    appear();
+    operate("prefs.openAtLogin", "true");
+    EXPECT_TRUE(loginItem().enabled);
+    EXPECT_TRUE(preferences().openAtLogin);
+    loginItem().failNextWrite = true;
+    operate("prefs.openAtLogin", "false");
+    EXPECT_TRUE(preferences().openAtLogin);
+}
+
+TEST_F(PreferencesViewTest, ChecksForUpdatesAndQuits) {
+    appear();
+    operate("prefs.checkNow");
+    EXPECT_EQ(updater().checkForUpdatesCallCount, 1);
+    operate("prefs.quit");
+    EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(PreferencesViewTest, IgnoresWhatMeansNothing) {
+    appear();
+    const Preferences before = preferences();
+    for (const auto* identifier : {"", "prefs.pet.dragon", "prefs.size", "prefs.unitLetter", "nonsense"}) {
+        operate(identifier, "perhaps");
+    }
+    operate("prefs.interval", "3");
+    operate("prefs.interval", "2x");
+    EXPECT_EQ(preferences(), before);
+    EXPECT_EQ(terminations, 0);
+}
+
+TEST_F(PreferencesViewTest, ShowsAChangeThatCameFromOutside) {
+    appear();
+    redraws = 0;
+    environment.store().set(&Preferences::showsUnitLetter, true);
+    settle();
+    EXPECT_GT(redraws, 0);
+    EXPECT_TRUE(shows("Preview: 61°C"));
+}
+
+}  // namespace
+}  // namespace thermopix
