@@ -1,9 +1,7 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,13 +16,10 @@
 
 namespace thermopix {
 
-using Arguments = std::span<const std::string>;
-using EnvironmentVariables = std::map<std::string, std::string, std::less<>>;
-
 /// The parts that every controller shares, built once and never replaced. Main thread.
 class AppEnvironment {
 public:
-    /// `platform` outlives the environment. `arguments` holds the program's own path too.
+    /// `platform` outlives the environment.
     AppEnvironment(Arguments arguments, const EnvironmentVariables& variables, Platform& platform);
     AppEnvironment(const AppEnvironment&) = delete;
     AppEnvironment& operator=(const AppEnvironment&) = delete;

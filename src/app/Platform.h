@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <span>
+#include <string>
 
 #include "app/LoginItemManaging.h"
 #include "app/UpdaterManaging.h"
@@ -15,6 +19,10 @@
 #include "sensing/HIDSymbols.h"
 
 namespace thermopix {
+
+/// The process's arguments, its own path first.
+using Arguments = std::span<const std::string>;
+using EnvironmentVariables = std::map<std::string, std::string, std::less<>>;
 
 /// The services of one system, owned by it for the life of the process. What costs something to open is made when
 /// first asked for.
@@ -41,6 +49,6 @@ public:
 };
 
 /// Each platform defines this once.
-[[nodiscard]] std::unique_ptr<Platform> makePlatform();
+[[nodiscard]] std::unique_ptr<Platform> makePlatform(const EnvironmentVariables& variables);
 
 }  // namespace thermopix
