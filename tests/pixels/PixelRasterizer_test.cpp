@@ -4,6 +4,8 @@
 
 #include <limits>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "pixels/PixelArt.h"
 
@@ -168,12 +170,13 @@ TEST(PixelRasterizer, ShowsTheFlameOnlyWithoutAPet) {
 }
 
 TEST(PixelRasterizer, HasASizeThatFollowsFromItsText) {
-    const struct {
+    struct Case {
         PixelStyle style;
         PixelPet pet;
         std::int64_t width;
         std::int64_t height;
-    } cases[]{
+    };
+    const std::vector<Case> cases{
         {PixelStyle::arcade, PixelPet::none, 23, 7},    {PixelStyle::arcade, PixelPet::cat, 33, 7},
         {PixelStyle::dotMatrix, PixelPet::none, 23, 7}, {PixelStyle::dotMatrix, PixelPet::ghost, 33, 7},
         {PixelStyle::micro, PixelPet::none, 15, 5},     {PixelStyle::micro, PixelPet::cat, 25, 7},

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "pixels/PixelArt.h"
 #include "pixels/PixelRasterizer.h"
 
@@ -106,10 +110,11 @@ TEST(AccessibilityDescription, SaysThatTheMachineRunsHotOnlyWithoutAPet) {
 
 TEST(AccessibilityDescription, EndsWithThePetsMood) {
     Display display = celsius(50);
-    const struct {
+    struct Case {
         PetMood mood;
         std::string_view description;
-    } cases[]{
+    };
+    const std::vector<Case> cases{
         {PetMood::chilly, "50 degrees Celsius, cold"},
         {PetMood::content, "50 degrees Celsius, comfy"},
         {PetMood::warm, "50 degrees Celsius, toasty"},
