@@ -282,7 +282,9 @@ TEST_F(TerminalStatusBarTest, AReaderThatHasGoneIsReportedOnceAndNotWrittenToAga
     reader.close();
     draw(*item, image(58));
     EXPECT_EQ(timesLost, 1);
+    const auto writes = writesSoFar();
     draw(*item, image(59));
+    EXPECT_EQ(writesSoFar(), writes);
     EXPECT_EQ(timesLost, 1);
 }
 
@@ -294,7 +296,9 @@ TEST_F(TerminalStatusBarTest, ATerminalThatHasGoneIsReportedOnceAndNotWrittenToA
     terminal.device.close();
     draw(*item, image(58));
     EXPECT_EQ(timesLost, 1);
+    const auto writes = writesSoFar();
     draw(*item, image(59));
+    EXPECT_EQ(writesSoFar(), writes);
     EXPECT_EQ(timesLost, 1);
 }
 
