@@ -1,0 +1,37 @@
+#pragma once
+
+#include <gio/gio.h>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/SleepNotifications.h"
+#include "platform/linux/application/Bus.h"
+
+namespace thermopix {
+
+/// Sleep and wake from logind's PrepareForSleep, and of the displays from the session's screen savers. Listens to
+/// signals only: starts no service, and where a bus or a service is missing its notifications never come.
+class DBusSleepNotifications final : public SleepNotifications {
+public:
+    /// `sessionBus` may be null and outlives the notifications; the system bus is opened at the first `observe`.
+    explicit DBusSleepNotifications(GDBusConnection* sessionBus) : sessionBus_(sessionBus) {}
+
+    Subscription observe(SleepNotification notification, std::function<void()> handler) override;
+
+private:
+    using Handler = std::function<void()>;
+
+    void listen();
+    void notify(SleepNotification notification);
+
+    GDBusConnection* sessionBus_;
+    BusConnection systemBus_;
+    bool isListening_ = false;
+    std::vector<Subscription> signals_;
+    std::array<std::vector<std::weak_ptr<Handler>>, 4> handlers_;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,146 @@
+#include "platform/linux/application/LinuxApplication.h"
+
+#include <array>
+#include <cstdlib>
+#include <string>
+
+#include "app/AppInfo.h"
+#include "platform/linux/glib/GLibHandles.h"
+
+namespace thermopix {
+
+namespace {
+
+constexpr const char* logCategory = "desktop";
+constexpr const char* applicationInterface = "org.freedesktop.Application";
+constexpr const char* introspection = R"(
+<node>
+  <interface name="org.freedesktop.Application">
+    <method name="Activate"><arg type="a{sv}" direction="in"/></method>
+    <method name="Open"><arg type="as" direction="in"/><arg type="a{sv}" direction="in"/></method>
+    <method name="ActivateAction">
+      <arg type="s" direction="in"/><arg type="av" direction="in"/><arg type="a{sv}" direction="in"/>
+    </method>
+  </interface>
+</node>)";
+
+constexpr guint32 doNotQueue = 4;
+constexpr guint32 primaryOwner = 1;
+constexpr guint32 alreadyOwner = 4;
+constexpr int replyTimeoutMilliseconds = 5000;
+
+const std::string& busName() {
+    static const std::string name(AppInfo::identifier);
+    return name;
+}
+
+std::string objectPath() {
+    std::string path = "/" + busName();
+    for (auto& character : path) {
+        character = character == '.' ? '/' : character;
+    }
+    return path;
+}
+
+// What the caller's launcher gave it, handed on so that the compositor lets the window come to the front.
+GVariant* platformData() {
+    constexpr std::array<std::array<const char*, 2>, 2> tokens{
+        {{"DESKTOP_STARTUP_ID", "desktop-startup-id"}, {"XDG_ACTIVATION_TOKEN", "activation-token"}}};
+    GVariantBuilder data;
+    g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
+    for (const auto& [variable, key] : tokens) {
+        if (const char* value = std::getenv(variable)) {
+            g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(value));
+        }
+    }
+    return g_variant_builder_end(&data);
+}
+
+void handleCall(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/, const char* /*interface*/,
+                const char* method, GVariant* /*parameters*/, GDBusMethodInvocation* invocation, gpointer self) {
+    auto& application = *static_cast<LinuxApplication*>(self);
+    const bool isActivation = std::string_view(method) != "ActivateAction";
+    g_dbus_method_invocation_return_value(invocation, nullptr);
+    // There are no documents and no actions of its own: whoever opens the program wants to see it.
+    if (isActivation && application.onActivate) {
+        application.onActivate();
+    }
+}
+
+}  // namespace
+
+LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, GLibMainLoop& mainLoop, DiagnosticLog& log)
+    : bus_(sessionBus), mainLoop_(mainLoop), log_(log) {
+    if (bus_ != nullptr) {
+        closed_ = onClosed(bus_, [this] {
+            log_.diag(logCategory, "the session bus is gone; ending");
+            terminate();
+        });
+    }
+}
+
+LinuxApplication::~LinuxApplication() {
+    closed_.cancel();
+    if (registration_ != 0) {
+        g_dbus_connection_unregister_object(bus_, registration_);
+    }
+}
+
+bool LinuxApplication::hasOtherRunningInstance() {
+    if (bus_ == nullptr) {
+        return false;
+    }
+    exportObject();
+    GErrorSlot error;
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+        g_variant_new("(su)", busName().c_str(), doNotQueue), G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE,
+        replyTimeoutMilliseconds, nullptr, error.out()));
+    if (!reply) {
+        log_.diag(logCategory, "cannot own " + busName() + ": " + std::string(error.message()));
+        return false;
+    }
+    guint32 answer = 0;
+    g_variant_get(reply.get(), "(u)", &answer);
+    return answer != primaryOwner && answer != alreadyOwner;
+}
+
+void LinuxApplication::activateOtherRunningInstance() {
+    GErrorSlot error;
+    const GVariantHandle reply(
+        g_dbus_connection_call_sync(bus_, busName().c_str(), objectPath().c_str(), applicationInterface, "Activate",
+                                    g_variant_new("(@a{sv})", platformData()), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+                                    replyTimeoutMilliseconds, nullptr, error.out()));
+    if (!reply) {
+        log_.diag(logCategory, "cannot activate the running instance: " + std::string(error.message()));
+    }
+}
+
+void LinuxApplication::terminate() {
+    mainLoop_.quit();
+}
+
+void LinuxApplication::activateIgnoringOtherApps() {
+    // Without a window there is nothing to bring forward.
+}
+
+void LinuxApplication::showAboutPanel(const AboutPanelContent& content) {
+    log_.diag(logCategory, content.applicationName + " " + content.version);
+}
+
+void LinuxApplication::exportObject() {
+    if (registration_ != 0) {
+        return;
+    }
+    static constexpr GDBusInterfaceVTable calls{handleCall, nullptr, nullptr, {}};
+    const GNodeInfoHandle node(g_dbus_node_info_new_for_xml(introspection, nullptr));
+    GErrorSlot error;
+    registration_ = g_dbus_connection_register_object(bus_, objectPath().c_str(), node->interfaces[0], &calls, this,
+                                                      nullptr, error.out());
+    if (registration_ == 0) {
+        log_.diag(logCategory,
+                  "cannot speak " + std::string(applicationInterface) + ": " + std::string(error.message()));
+    }
+}
+
+}  // namespace thermopix

@@ -1,0 +1,53 @@
+#include "platform/linux/application/LinuxPlatform.h"
+
+#include <unistd.h>
+
+#include "app/UnavailableUpdater.h"
+#include "platform/linux/application/AutostartLoginItem.h"
+#include "platform/linux/sensors/SysfsTree.h"
+
+namespace thermopix {
+
+LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
+    : standardOutput_(STDOUT_FILENO),
+      standardError_(STDERR_FILENO),
+      systemInformation_(sysfsRoot()),
+      thermalState_(sysfsRoot()),
+      hidSymbols_(sysfsRoot()),
+      settingsFolder_(thermopix::settingsFolder(variables)),
+      userDefaults_(settingsFolder_, log_) {}
+
+GLibMainLoop& LinuxPlatform::mainLoop() {
+    if (!mainLoop_) {
+        mainLoop_ = std::make_unique<GLibMainLoop>();
+    }
+    return *mainLoop_;
+}
+
+SleepNotifications& LinuxPlatform::sleepNotifications() {
+    if (!sleepNotifications_) {
+        sleepNotifications_ = std::make_unique<DBusSleepNotifications>(sessionBus());
+    }
+    return *sleepNotifications_;
+}
+
+std::unique_ptr<LoginItemManaging> LinuxPlatform::makeLoginItem() {
+    return std::make_unique<AutostartLoginItem>(AutostartLoginItem::placesOfThisProcess());
+}
+
+std::unique_ptr<UpdaterManaging> LinuxPlatform::makeUpdater() {
+    return std::make_unique<UnavailableUpdater>(log_);
+}
+
+GDBusConnection* LinuxPlatform::sessionBus() {
+    if (!sessionBus_) {
+        sessionBus_ = openSessionBus();
+    }
+    return sessionBus_->get();
+}
+
+std::unique_ptr<Platform> makePlatform(const EnvironmentVariables& variables) {
+    return std::make_unique<LinuxPlatform>(variables);
+}
+
+}  // namespace thermopix

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/Log.h"
+#include "app/Platform.h"
+#include "platform/linux/LinuxMonotonicClock.h"
+#include "platform/linux/LinuxSystemInformation.h"
+#include "platform/linux/application/Bus.h"
+#include "platform/linux/application/DBusSleepNotifications.h"
+#include "platform/linux/application/JournalLog.h"
+#include "platform/linux/files/FileUserDefaultsDatabases.h"
+#include "platform/linux/files/StandardOutputStream.h"
+#include "platform/linux/glib/GLibMainLoop.h"
+#include "platform/linux/sensors/SysfsHIDSymbols.h"
+#include "platform/linux/sensors/SysfsThermalState.h"
+
+namespace thermopix {
+
+/// The services of a Linux system. Main loop and buses are opened when first asked for, so that a headless run needs
+/// neither.
+class LinuxPlatform final : public Platform {
+public:
+    explicit LinuxPlatform(const EnvironmentVariables& variables);
+
+    [[nodiscard]] DiagnosticLog& log() override { return log_; }
+    [[nodiscard]] StandardOutput& standardOutput() override { return standardOutput_; }
+    [[nodiscard]] StandardOutput& standardError() override { return standardError_; }
+    [[nodiscard]] GLibMainLoop& mainLoop() override;
+    [[nodiscard]] MonotonicClock& clock() override { return clock_; }
+    [[nodiscard]] SleepNotifications& sleepNotifications() override;
+    [[nodiscard]] UserDefaultsDatabases& userDefaults() override { return userDefaults_; }
+    [[nodiscard]] SystemInformation& systemInformation() override { return systemInformation_; }
+    [[nodiscard]] ThermalStateReader& thermalState() override { return thermalState_; }
+    [[nodiscard]] HIDSymbolLoader& hidSymbols() override { return hidSymbols_; }
+    [[nodiscard]] std::unique_ptr<LoginItemManaging> makeLoginItem() override;
+    [[nodiscard]] std::unique_ptr<UpdaterManaging> makeUpdater() override;
+    /// On Linux only the environment variables tell of a test host.
+    [[nodiscard]] bool isInsideUnitTestHost() const override { return false; }
+
+    /// Where the settings files are.
+    [[nodiscard]] const std::string& settingsFolder() const { return settingsFolder_; }
+
+    /// The session's bus; null when there is none.
+    [[nodiscard]] GDBusConnection* sessionBus();
+
+private:
+    JournalLog journal_;
+    Log log_{journal_};
+    StandardOutputStream standardOutput_;
+    StandardOutputStream standardError_;
+    LinuxMonotonicClock clock_;
+    LinuxSystemInformation systemInformation_;
+    SysfsThermalState thermalState_;
+    SysfsHIDSymbols hidSymbols_;
+    std::string settingsFolder_;
+    FileUserDefaultsDatabases userDefaults_;
+    std::unique_ptr<GLibMainLoop> mainLoop_;
+    std::optional<BusConnection> sessionBus_;
+    std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
+};
+
+}  // namespace thermopix
