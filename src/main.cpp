@@ -1,0 +1,79 @@
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/AppDelegate.h"
+#include "app/AppInfo.h"
+#include "app/CommandLine.h"
+#include "app/Desktop.h"
+#include "app/Platform.h"
+#include "diagnostics/AcceptanceSelfTest.h"
+#include "diagnostics/SensorDump.h"
+#include "diagnostics/WebAssetExport.h"
+
+extern char** environ;  // NOLINT(readability-redundant-declaration): not every libc declares it
+
+namespace {
+
+using namespace thermopix;
+
+EnvironmentVariables environmentVariables() {
+    EnvironmentVariables variables;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string_view text(*entry);
+        const auto equals = text.find('=');
+        if (equals != std::string_view::npos) {
+            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
+        }
+    }
+    return variables;
+}
+
+int runApplication(Arguments arguments, const EnvironmentVariables& variables, Platform& platform) {
+    for (const auto& unknown : unknownArguments(arguments)) {
+        platform.standardError().line("thermopix: unknown option " + unknown + " is ignored; see thermopix --help");
+    }
+    const auto desktop = makeDesktop(platform, arguments, variables);
+    AppDelegate delegate(arguments, variables, platform, *desktop);
+    return desktop->run(delegate);
+}
+
+int showHelp(StandardOutput& output) {
+    output.line(helpText());
+    return EXIT_SUCCESS;
+}
+
+int showVersion(Platform& platform) {
+    const auto& system = platform.systemInformation();
+    platform.standardOutput().line(std::string(AppInfo::name) + " " + AppInfo::shortVersion(system) + " (" +
+                                   AppInfo::build(system) + ")");
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);
+    const std::vector<std::string> arguments(argv, argv + argc);
+    const auto variables = environmentVariables();
+    const auto platform = makePlatform(variables);
+    const auto chosen = chooseRunMode(arguments);
+    switch (chosen.mode) {
+        case RunMode::sensorDump:
+            return SensorDump::run(*platform, platform->standardOutput());
+        case RunMode::acceptanceSelfTest:
+            return AcceptanceSelfTest::run(*platform, platform->standardOutput());
+        case RunMode::webAssetExport:
+            return WebAssetExport::run(chosen.directory, platform->standardOutput());
+        case RunMode::help:
+            return showHelp(platform->standardOutput());
+        case RunMode::version:
+            return showVersion(*platform);
+        case RunMode::application:
+            break;
+    }
+    return runApplication(arguments, variables, *platform);
+}

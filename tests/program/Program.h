@@ -1,0 +1,59 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace thermopix {
+
+/// The real program as a child process, with an environment of the test's own: nothing is inherited but PATH.
+/// Killed when the object goes.
+class Program {
+public:
+    using Environment = std::map<std::string, std::string>;
+
+    struct Result {
+        int status = -1;
+        std::string output;
+        std::string errors;
+    };
+
+    /// Starts it with standard output and error on pipes.
+    Program(const std::vector<std::string>& arguments, const Environment& environment);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    [[nodiscard]] pid_t pid() const { return pid_; }
+
+    /// Collects output until it holds `text`; false when the program ends or the patience is over before.
+    [[nodiscard]] bool waitForOutput(const std::string& text);
+    [[nodiscard]] bool waitForErrors(const std::string& text);
+
+    void signal(int number) const;
+
+    /// Reads everything until the program ends by itself; a program that does not end is killed and has status -1.
+    [[nodiscard]] Result finish();
+
+    /// Runs it to its end.
+    [[nodiscard]] static Result run(const std::vector<std::string>& arguments, const Environment& environment);
+
+    [[nodiscard]] const std::string& output() const { return result_.output; }
+    [[nodiscard]] const std::string& errors() const { return result_.errors; }
+
+private:
+    /// Waits for more output of either kind; false when both have ended or the deadline has passed.
+    bool collect(std::chrono::steady_clock::time_point deadline);
+    [[nodiscard]] bool waitFor(const std::string& collected, const std::string& text);
+
+    pid_t pid_ = -1;
+    int outputPipe_ = -1;
+    int errorsPipe_ = -1;
+    Result result_;
+};
+
+}  // namespace thermopix
