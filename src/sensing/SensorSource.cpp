@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 
 #include "base/Unicode.h"
@@ -65,43 +67,66 @@ constexpr std::array displayOrder{
 };
 static_assert(displayOrder.size() == caseCount<SensorSource>);
 
-constexpr bool isAscii(char byte) {
-    return static_cast<unsigned char>(byte) < 0x80;
-}
+/// Which letters occur in a text, whatever their case, hashed into 32 bits. A text in ASCII that contains another has
+/// all of the other's letters.
+using LetterSet = std::uint32_t;
 
-constexpr char asciiLowercased(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-}
-
-/// A name in lower case; the usual name, short and ASCII, costs no allocation.
-class LowercaseName {
-public:
-    explicit LowercaseName(std::string_view name) {
-        if (name.size() > short_.size() || !std::all_of(name.begin(), name.end(), isAscii)) {
-            long_ = lowercased(name);
-            text_ = long_;
-            return;
-        }
-        std::transform(name.begin(), name.end(), short_.begin(), asciiLowercased);
-        text_ = std::string_view(short_.data(), name.size());
-    }
-    LowercaseName(const LowercaseName&) = delete;
-    LowercaseName& operator=(const LowercaseName&) = delete;
-
-    [[nodiscard]] bool contains(std::string_view pattern) const {
-        if (!std::all_of(pattern.begin(), pattern.end(), isAscii)) {
-            return text_.find(lowercased(pattern)) != std::string_view::npos;
-        }
-        const auto sameLetter = [](char own, char theirs) { return own == asciiLowercased(theirs); };
-        return pattern.empty() ||
-               std::search(text_.begin(), text_.end(), pattern.begin(), pattern.end(), sameLetter) != text_.end();
-    }
-
-private:
-    std::array<char, 64> short_;
-    std::string long_;
-    std::string_view text_;
+struct Letters {
+    LetterSet present = 0;
+    bool areAscii = true;
 };
+
+constexpr Letters lettersOf(std::string_view text) {
+    Letters letters;
+    unsigned seen = 0;
+    for (const char letter : text) {
+        const unsigned byte = static_cast<unsigned char>(letter);
+        letters.present |= LetterSet{1} << (byte % 32);
+        seen |= byte;
+    }
+    letters.areAscii = seen < 0x80;
+    return letters;
+}
+
+/// The letters of each row of the pattern table; they rule out most patterns without a search.
+constexpr auto patternLetters = [] {
+    std::array<LetterSet, patternTable.size()> sets{};
+    for (std::size_t i = 0; i < sets.size(); ++i) {
+        sets[i] = lettersOf(patternTable[i]).present;
+    }
+    return sets;
+}();
+
+/// The letters of a list of patterns, in its order; null for a list that is not from the pattern table.
+const LetterSet* lettersOfKnown(NamePatterns patterns) {
+    const std::less<> before;
+    const auto* const begin = patternTable.data();
+    const bool isFromTable = !before(patterns.data(), begin) && before(patterns.data(), begin + patternTable.size());
+    return isFromTable ? patternLetters.data() + (patterns.data() - begin) : nullptr;
+}
+
+constexpr auto asciiLowercase = [] {
+    std::array<char, 256> lowercase{};
+    for (std::size_t byte = 0; byte < lowercase.size(); ++byte) {
+        const bool isCapital = byte >= 'A' && byte <= 'Z';
+        lowercase[byte] = static_cast<char>(isCapital ? byte - 'A' + 'a' : byte);
+    }
+    return lowercase;
+}();
+
+constexpr char asciiLowercased(char letter) {
+    return asciiLowercase[static_cast<unsigned char>(letter)];
+}
+
+bool containsAscii(std::string_view name, std::string_view pattern) {
+    const auto isSameLetter = [](char a, char b) { return asciiLowercased(a) == asciiLowercased(b); };
+    return pattern.empty() ||
+           std::search(name.begin(), name.end(), pattern.begin(), pattern.end(), isSameLetter) != name.end();
+}
+
+bool containsUnicode(std::string_view name, std::string_view pattern) {
+    return lowercased(name).find(lowercased(pattern)) != std::string::npos;
+}
 
 }  // namespace
 
@@ -122,9 +147,21 @@ std::span<const NamePatterns> samplingStages(SensorSource source) {
 }
 
 bool matches(std::string_view name, NamePatterns patterns) {
-    const LowercaseName lowercase(name);
-    return std::any_of(patterns.begin(), patterns.end(),
-                       [&](std::string_view pattern) { return lowercase.contains(pattern); });
+    const Letters letters = lettersOf(name);
+    if (const LetterSet* const required = lettersOfKnown(patterns); required != nullptr && letters.areAscii) {
+        for (std::size_t i = 0; i < patterns.size(); ++i) {
+            const bool isRuledOut = (required[i] & ~letters.present) != 0;
+            if (!isRuledOut && containsAscii(name, patterns[i])) {
+                return true;
+            }
+        }
+        return false;
+    }
+    const std::string lowercase = letters.areAscii ? std::string() : lowercased(name);
+    const std::string_view text = letters.areAscii ? name : lowercase;
+    return std::any_of(patterns.begin(), patterns.end(), [&](std::string_view pattern) {
+        return lettersOf(pattern).areAscii ? containsAscii(text, pattern) : containsUnicode(name, pattern);
+    });
 }
 
 bool matches(SensorSource source, std::string_view name) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -107,6 +108,16 @@ TEST(MatchingAllocation, NamesInAsciiAreMatchedWithoutAllocating) {
               }),
               0);
     EXPECT_EQ(found, 5 + 2 + 2 + 1 + 1 + 10);
+}
+
+TEST(MatchingAllocation, AListOfOnesOwnCostsNothingEither) {
+    constexpr std::array<std::string_view, 3> patterns{"no such sensor anywhere in here", "GPU", "cpu"};
+    bool found = false;
+    EXPECT_EQ(allocationsOf([&] {
+                  found = matches("the temperature of the CPU package", patterns) && !matches("", NamePatterns());
+              }),
+              0);
+    EXPECT_TRUE(found);
 }
 
 TEST(MatchingAllocation, OtherNamesAreMatchedToo) {

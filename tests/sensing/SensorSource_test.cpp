@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -115,6 +116,34 @@ TEST(SensorNameMatching, FindsPatternsAnywhereInTheName) {
     EXPECT_TRUE(matches(SensorSource::battery, "xtb1tx"));
     EXPECT_FALSE(matches(SensorSource::cpu, "CP U"));
     EXPECT_FALSE(matches(SensorSource::cpu, "CP"));
+}
+
+TEST(SensorNameMatching, FindsEveryPatternOfEverySourceInAnyLetterCase) {
+    for (const auto source : allCases<SensorSource>()) {
+        for (const auto pattern : namePatterns(source)) {
+            std::string swapped(pattern);
+            for (char& letter : swapped) {
+                const bool isLetter = std::isalpha(static_cast<unsigned char>(letter)) != 0;
+                letter = isLetter ? static_cast<char>(letter ^ 0x20) : letter;
+            }
+            EXPECT_TRUE(matches(source, pattern));
+            EXPECT_TRUE(matches(source, swapped)) << swapped;
+            EXPECT_TRUE(matches(source, "x" + swapped + "y")) << swapped;
+        }
+    }
+}
+
+TEST(SensorNameMatching, ACopyOfAListMatchesLikeTheList) {
+    std::vector<std::string> names{"", "C", "cp u", "tdi", "TCAdd", "PMGR SoC die", "GPU mtr Tempo", "Pacc W\u00C4RME"};
+    for (const auto& sample : FakeTemperatureSensor::appleSiliconFixture()) {
+        names.push_back(sample.name);
+    }
+    for (const auto source : allCases<SensorSource>()) {
+        const Texts copy = texts(namePatterns(source));
+        for (const auto& name : names) {
+            EXPECT_EQ(matches(name, copy), matches(source, name)) << rawValue(source) << " / " << name;
+        }
+    }
 }
 
 TEST(SensorNameMatching, MatchesNothingWithoutPatterns) {
