@@ -36,6 +36,15 @@ constexpr std::string_view settingsNote =
     "Settings are kept in $XDG_CONFIG_HOME/thermopix, which is ~/.config/thermopix\n"
     "unless XDG_CONFIG_HOME is set.\n";
 
+const CommandLineOption* optionCalled(std::string_view flag) {
+    for (const auto& option : options) {
+        if (option.flag == flag) {
+            return &option;
+        }
+    }
+    return nullptr;
+}
+
 bool isForAutomatedTests(const CommandLineOption& option) {
     return option.flag.starts_with("--uitest-");
 }
@@ -80,9 +89,8 @@ std::string helpText() {
 std::vector<std::string> unknownArguments(std::span<const std::string> arguments) {
     std::vector<std::string> unknown;
     for (std::size_t i = 1; i < arguments.size(); ++i) {
-        const auto option = std::find_if(options.begin(), options.end(),
-                                         [&](const auto& candidate) { return candidate.flag == arguments[i]; });
-        if (option == options.end()) {
+        const CommandLineOption* option = optionCalled(arguments[i]);
+        if (option == nullptr) {
             unknown.push_back(arguments[i]);
         } else if (!option->valueName.empty()) {
             ++i;

@@ -42,7 +42,7 @@ constexpr std::tuple fields{
 
 struct AnyMember {
     template <typename Value>
-    constexpr operator Value() const {
+    constexpr operator Value() const {  // NOLINT(google-explicit-constructor): it stands in for any member
         return Value{};
     }
 };

@@ -1,6 +1,5 @@
 #include "platform/linux/files/FileUserDefaults.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <fmt/core.h>
 #include <sys/file.h>
@@ -10,7 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <memory>
+#include <filesystem>
 #include <utility>
 #include <vector>
 
@@ -80,17 +79,17 @@ std::error_code followLinks(std::string& path) {
 
 /// Removes what writers that were interrupted left behind. The caller holds the folder's lock, as every writer
 /// does that is still at work.
-void removeLeftovers(int folder) {
-    const int copy = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(copy < 0 ? nullptr : fdopendir(copy), closedir);
-    std::vector<std::string> leftovers;
-    while (const dirent* entry = entries ? readdir(entries.get()) : nullptr) {
-        if (std::string_view(entry->d_name).starts_with(temporaryPrefix)) {
-            leftovers.emplace_back(entry->d_name);
+void removeLeftovers(const std::string& folder) {
+    std::vector<std::filesystem::path> leftovers;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(folder, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        if (entry->path().filename().native().starts_with(temporaryPrefix)) {
+            leftovers.push_back(entry->path());
         }
     }
-    for (const auto& name : leftovers) {
-        unlinkat(folder, name.c_str(), 0);
+    for (const auto& leftover : leftovers) {
+        unlink(leftover.c_str());
     }
 }
 
@@ -131,7 +130,7 @@ std::error_code replaceFile(std::string path, std::string_view bytes, const Writ
     // Released when the descriptor is closed, also by the death of the process. A folder that another writer holds,
     // or a file system without locks, is written all the same, under a temporary name that no one else uses.
     if (flock(folder.get(), LOCK_EX | LOCK_NB) == 0) {
-        removeLeftovers(folder.get());
+        removeLeftovers(folderPath);
     }
     const TemporaryFile temporary = makeTemporaryFile(folder.get());
     if (!temporary.descriptor) {
