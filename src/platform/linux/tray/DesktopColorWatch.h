@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vector>
+
+#include "base/Published.h"
+#include "menubar/TrayInk.h"
+#include "platform/linux/glib/GLibHandles.h"
+
+namespace thermopix {
+
+/// Follows the look of the desktop on the bus, as far as the ink depends on it. Main thread.
+class DesktopColorWatch {
+public:
+    /// The connection outlives the watch.
+    explicit DesktopColorWatch(GDBusConnection* connection) : connection_(connection) {}
+
+    /// Asks and listens for what the rule needs, and for nothing more; nothing at all when `rule` needs nothing.
+    void follow(TrayInkRule rule);
+
+    [[nodiscard]] Published<DesktopColors>& colors() { return colors_; }
+
+private:
+    void followColorScheme();
+    void followXfcePanel();
+    void setColorScheme(GVariant* value);
+    void setXfcePanel(GVariant* value);
+
+    GDBusConnection* connection_;
+    Published<DesktopColors> colors_{DesktopColors{}};
+    std::vector<Subscription> subscriptions_;
+    TrayInkRule rule_ = TrayInkRule::light;
+};
+
+}  // namespace thermopix

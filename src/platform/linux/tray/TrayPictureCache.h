@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <list>
+
+#include "menubar/TrayPictures.h"
+#include "platform/linux/glib/GLibHandles.h"
+
+namespace thermopix {
+
+/// The pictures of late in the form in which they cross the bus, so that a blinking pet costs no drawing.
+class TrayPictureCache {
+public:
+    static constexpr std::size_t capacity = 4;
+
+    /// The pictures as a(iiay): the same object for the same question, while it is among the latest few.
+    [[nodiscard]] GVariantHandle pictures(const StatusImage& art, TrayPictureSet set, const TrayInk& ink);
+
+private:
+    struct Entry {
+        StatusImage art;
+        TrayPictureSet set;
+        TrayInk ink;
+        GVariantHandle pictures;
+    };
+
+    /// The latest first.
+    std::list<Entry> entries_;
+};
+
+}  // namespace thermopix

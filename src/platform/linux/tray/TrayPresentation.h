@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "menubar/TrayHost.h"
+#include "menubar/TrayInk.h"
+
+namespace thermopix {
+
+/// Where and how status items are shown at present.
+struct TrayPresentation {
+    /// The unique bus name of the watcher.
+    std::string watcher;
+    TrayHost host;
+    TrayInk ink;
+
+    friend bool operator==(const TrayPresentation&, const TrayPresentation&) = default;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,541 @@
+#include "platform/linux/tray/TrayStatusBar.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fakes/RecordingLog.h"
+#include "pixels/PixelRasterizer.h"
+#include "pixels/StatusImageRenderer.h"
+#include "platform/linux/tray/TemporaryFolder.h"
+#include "platform/linux/tray/TestBus.h"
+#include "platform/linux/tray/TestDesktopSettings.h"
+#include "platform/linux/tray/TestMenuSource.h"
+#include "platform/linux/tray/TestTrayHost.h"
+
+namespace thermopix {
+namespace {
+
+constexpr RgbaColor white{255, 255, 255};
+constexpr RgbaColor black{0, 0, 0};
+const RgbaColor mid = trayInk({TrayInkTone::mid, {}}, TrayInkRule::colorScheme, {}).full;
+
+using Names = std::vector<std::string>;
+
+StatusItemImage imageOf(std::int64_t value, PixelPet pet = PixelPet::none, bool blinking = false) {
+    Display display;
+    display.value = value;
+    return {StatusImageRenderer::image(display, PixelStyle::arcade, PixelSize::compact, pet, true, blinking),
+            PixelRasterizer::digitsBitmap(display)};
+}
+
+std::vector<TrayPicture> expectedPictures(const StatusItemImage& image, TrayPictureSet set, RgbaColor color) {
+    return trayPictures(trayArt(image, shape(set)), set, trayInk({{}, color}, {}, {}));
+}
+
+class TrayStatusBarTest : public testing::Test {
+protected:
+    /// The tray's watcher runs in this test's process, whose name this sets.
+    void nameProcess(std::string_view name) {
+        folder_.write("proc/" + ownProcess() + "/comm", std::string(name) + "\n");
+    }
+
+    static std::string ownProcess() { return std::to_string(getpid()); }
+    static std::string ownBusName() { return "org.kde.StatusNotifierItem-" + ownProcess() + "-1"; }
+
+    void makeBar() {
+        TrayOptions options;
+        options.settingsFolder = folder_.path();
+        options.processRoot = folder_.path() / "proc";
+        options.showPopup = [this](std::int32_t x, std::int32_t y) { popups_.emplace_back(x, y); };
+        options.useActivationToken = [this](std::string_view token) { tokens_.emplace_back(token); };
+        bar_.emplace(TestBus::instance().session(), options, log_);
+    }
+
+    void makeItem() {
+        makeBar();
+        item_ = bar_->makeStatusItem();
+        item_->setMenu(menu_);
+        item_->setImage(imageOf(72));
+        item_->setAccessibilityLabel("72 degrees Celsius");
+    }
+
+    /// An item that a tray of this process name shows.
+    void showIn(std::string_view processName) {
+        nameProcess(processName);
+        host_.emplace();
+        makeItem();
+        ASSERT_TRUE(host_->waitForRegistration());
+        host_->itemSignals.clear();
+    }
+
+    [[nodiscard]] bool waitFor(TrayPresence presence) {
+        return runUntil([this, presence] { return bar_->presence().value() == presence; });
+    }
+
+    /// What has been signalled up to now.
+    [[nodiscard]] Names signals() {
+        settle(host_->connection());
+        return std::exchange(host_->itemSignals, {});
+    }
+
+    TemporaryFolder folder_;
+    RecordingLog log_;
+    TestMenuSource menu_;
+    std::vector<std::pair<std::int32_t, std::int32_t>> popups_;
+    std::vector<std::string> tokens_;
+    std::optional<TestTrayHost> host_;
+    std::optional<TrayStatusBar> bar_;
+    std::unique_ptr<StatusItem> item_;
+};
+
+TEST_F(TrayStatusBarTest, RegistersByItsBusName) {
+    showIn("waybar");
+    ASSERT_EQ(host_->registrations.size(), 1U);
+    EXPECT_EQ(host_->registrations[0].reference, ownBusName());
+    EXPECT_TRUE(item_->hasButton());
+}
+
+TEST_F(TrayStatusBarTest, RegistersByPathWithTheTrayThatOpensOnlyMenusOfSuchItems) {
+    showIn("xapp-sn-watcher");
+    EXPECT_EQ(host_->registrations[0].reference, "/org/ayatana/NotificationItem/thermopix");
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, mid));
+}
+
+TEST_F(TrayStatusBarTest, RegistersByConnectionWhenItsNameIsTaken) {
+    const auto other = TestBus::instance().connect();
+    takeName(other.get(), ownBusName().c_str());
+    showIn("waybar");
+    EXPECT_EQ(host_->registrations[0].reference, g_dbus_connection_get_unique_name(TestBus::instance().session()));
+    EXPECT_EQ(host_->text("Id"), "'thermopix'");
+}
+
+TEST_F(TrayStatusBarTest, WaitsForTheFirstPicture) {
+    host_.emplace();
+    makeBar();
+    item_ = bar_->makeStatusItem();
+    item_->setMenu(menu_);
+    ASSERT_TRUE(waitFor(TrayPresence::present));
+    settle(host_->connection());
+    EXPECT_TRUE(host_->registrations.empty());
+    item_->setImage(imageOf(72));
+    EXPECT_TRUE(host_->waitForRegistration());
+}
+
+TEST_F(TrayStatusBarTest, HasThePropertiesThatTraysRead) {
+    showIn("waybar");
+    EXPECT_EQ(host_->text("Id"), "'thermopix'");
+    EXPECT_EQ(host_->text("Category"), "'Hardware'");
+    EXPECT_EQ(host_->text("Status"), "'Active'");
+    EXPECT_EQ(host_->text("Title"), "'72 degrees Celsius'");
+    EXPECT_EQ(host_->text("IconAccessibleDesc"), "'72 degrees Celsius'");
+    EXPECT_EQ(host_->text("ToolTip"), "('', [], '72 degrees Celsius', '')");
+    EXPECT_EQ(host_->text("WindowId"), "0");
+    EXPECT_EQ(host_->text("Menu"), "'/MenuBar'");
+    EXPECT_EQ(host_->text("ItemIsMenu"), "true");
+    for (const auto* name : {"IconName", "IconThemePath", "OverlayIconName", "AttentionIconName", "AttentionMovieName",
+                             "AttentionAccessibleDesc"}) {
+        EXPECT_EQ(host_->text(name), "''") << name;
+    }
+    for (const auto* name : {"OverlayIconPixmap", "AttentionIconPixmap"}) {
+        EXPECT_EQ(host_->text(name), "[]") << name;
+    }
+    for (const auto* name : {"XAyatanaLabel", "XAyatanaLabelGuide", "NoSuchProperty"}) {
+        EXPECT_EQ(host_->text(name), "(none)") << name;
+    }
+}
+
+TEST_F(TrayStatusBarTest, AWideTrayGetsTheReadoutAndASquareOneTheDigits) {
+    showIn("waybar");
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+    host_.reset();
+    nameProcess("swaybar");
+    host_.emplace();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, white));
+}
+
+TEST_F(TrayStatusBarTest, ATrayWhoseProcessIsUnknownGetsTheDigits) {
+    host_.emplace();
+    makeItem();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, mid));
+}
+
+TEST_F(TrayStatusBarTest, AnotherKindOfTrayBesideAWideOneMeansDigits) {
+    folder_.write("proc/4711/comm", "swaybar\n");
+    const auto other = TestBus::instance().connect();
+    takeName(other.get(), "org.kde.StatusNotifierHost-4711-1");
+    showIn("waybar");
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, mid));
+}
+
+TEST_F(TrayStatusBarTest, AnotherTrayThatJoinsLaterIsNoticed) {
+    showIn("waybar");
+    folder_.write("proc/4711/comm", "swaybar\n");
+    const auto other = TestBus::instance().connect();
+    takeName(other.get(), "org.kde.StatusNotifierHost-4711-1");
+    host_->startDrawing();
+    ASSERT_TRUE(runUntil([this] { return !host_->itemSignals.empty(); }));
+    EXPECT_EQ(signals(), Names{"NewIcon"});
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, mid));
+}
+
+TEST_F(TrayStatusBarTest, AnotherTrayOfTheSameKindChangesNothing) {
+    folder_.write("proc/4711/comm", "waybar\n");
+    const auto other = TestBus::instance().connect();
+    takeName(other.get(), "org.kde.StatusNotifierHost-4711");
+    showIn("waybar");
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+}
+
+TEST_F(TrayStatusBarTest, SignalsWhatHasChangedAndNothingElse) {
+    showIn("waybar");
+    item_->setImage(imageOf(73));
+    item_->setAccessibilityLabel("73 degrees Celsius");
+    EXPECT_EQ(signals(), (Names{"NewIcon", "NewTitle", "NewToolTip"}));
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(73), TrayPictureSet::bar, white));
+    EXPECT_EQ(host_->text("Title"), "'73 degrees Celsius'");
+
+    item_->setImage(imageOf(73, PixelPet::cat));
+    EXPECT_EQ(signals(), Names{"NewIcon"});
+    item_->setAccessibilityLabel("73 degrees Celsius, comfy");
+    EXPECT_EQ(signals(), (Names{"NewTitle", "NewToolTip"}));
+}
+
+TEST_F(TrayStatusBarTest, AnUnchangedPictureCrossesNoBus) {
+    showIn("waybar");
+    const auto before = TestBus::instance().sentMessages();
+    for (int i = 0; i < 60; ++i) {
+        item_->setImage(imageOf(72));
+        item_->setAccessibilityLabel("72 degrees Celsius");
+        while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+        }
+    }
+    EXPECT_EQ(TestBus::instance().sentMessages(), before);
+
+    item_->setImage(imageOf(73));
+    EXPECT_EQ(TestBus::instance().sentMessages(), before + 1);
+}
+
+TEST_F(TrayStatusBarTest, ABlinkingPetIsSeenInAWideTrayOnly) {
+    showIn("waybar");
+    item_->setImage(imageOf(72, PixelPet::cat));
+    EXPECT_EQ(signals(), Names{"NewIcon"});
+    item_->setImage(imageOf(72, PixelPet::cat, true));
+    item_->setImage(imageOf(72, PixelPet::cat));
+    EXPECT_EQ(signals(), (Names{"NewIcon", "NewIcon"}));
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72, PixelPet::cat), TrayPictureSet::bar, white));
+
+    host_.reset();
+    nameProcess("swaybar");
+    host_.emplace();
+    ASSERT_TRUE(host_->waitForRegistration());
+    item_->setImage(imageOf(72, PixelPet::cat, true));
+    item_->setImage(imageOf(72, PixelPet::cat));
+    EXPECT_EQ(signals(), Names{});
+}
+
+TEST_F(TrayStatusBarTest, WordsAreEscapedInToolTipsOnly) {
+    showIn("waybar");
+    item_->setAccessibilityLabel("<72> & \xff");
+    EXPECT_EQ(host_->text("Title"), "'<72> & \xef\xbf\xbd'");
+    EXPECT_EQ(host_->text("ToolTip"), "('', [], '&lt;72&gt; &amp; \xef\xbf\xbd', '')");
+}
+
+TEST_F(TrayStatusBarTest, WithoutALabelThePictureSpeaksForItself) {
+    nameProcess("waybar");
+    host_.emplace();
+    makeBar();
+    item_ = bar_->makeStatusItem();
+    item_->setImage(imageOf(72));
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(host_->text("Title"), "'72 degrees Celsius'");
+    EXPECT_EQ(host_->text("Menu"), "'/NO_DBUSMENU'");
+    item_->setImage(StatusItemImage{});
+    EXPECT_EQ(host_->text("Title"), "'Thermopix'");
+}
+
+TEST_F(TrayStatusBarTest, AnEmptyPictureIsStillAPicture) {
+    showIn("waybar");
+    item_->setImage(StatusItemImage{});
+    EXPECT_EQ(host_->pictures(), expectedPictures(StatusItemImage{}, TrayPictureSet::bar, white));
+}
+
+TEST_F(TrayStatusBarTest, ATrayThatComesLaterGetsTheItem) {
+    makeItem();
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    item_->setImage(imageOf(80));
+    nameProcess("waybar");
+    host_.emplace();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_TRUE(bar_->hasHost());
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(80), TrayPictureSet::bar, white));
+}
+
+TEST_F(TrayStatusBarTest, ATrayThatRestartsGetsTheItemAgain) {
+    showIn("waybar");
+    for (int i = 0; i < 3; ++i) {
+        host_.reset();
+        ASSERT_TRUE(waitFor(TrayPresence::absent));
+        host_.emplace();
+        ASSERT_TRUE(host_->waitForRegistration());
+        EXPECT_EQ(host_->registrations.size(), 1U);
+        EXPECT_EQ(host_->registrations[0].reference, ownBusName());
+        EXPECT_TRUE(bar_->hasHost());
+    }
+}
+
+TEST_F(TrayStatusBarTest, WithoutATrayPicturesCrossNoBus) {
+    showIn("waybar");
+    host_.reset();
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    const auto before = TestBus::instance().sentMessages();
+    item_->setImage(imageOf(90));
+    item_->setAccessibilityLabel("90 degrees Celsius");
+    EXPECT_EQ(TestBus::instance().sentMessages(), before);
+}
+
+TEST_F(TrayStatusBarTest, SaysOnceThatItWaitsForATray) {
+    makeBar();
+    EXPECT_EQ(bar_->presence().value(), TrayPresence::unknown);
+    EXPECT_FALSE(bar_->hasHost());
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    bar_->reload();
+    EXPECT_EQ(log_.lines, Names{"desktop: no status notifier host; waiting for one"});
+}
+
+TEST_F(TrayStatusBarTest, AWatcherWithoutATrayIsNoTrayYet) {
+    nameProcess("waybar");
+    host_.emplace(TestTrayHost::Draws::notYet);
+    makeItem();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(bar_->presence().value(), TrayPresence::absent);
+    std::vector<TrayPresence> seen;
+    const Subscription subscription =
+        bar_->presence().subscribe([&seen](const TrayPresence& presence) { seen.push_back(presence); });
+    host_->startDrawing();
+    ASSERT_TRUE(waitFor(TrayPresence::present));
+    host_->stopDrawing();
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    EXPECT_EQ(seen, (std::vector{TrayPresence::absent, TrayPresence::present, TrayPresence::absent}));
+    EXPECT_EQ(host_->registrations.size(), 1U);
+}
+
+TEST_F(TrayStatusBarTest, AWatcherThatCannotSayWhetherThereIsATrayHasNone) {
+    nameProcess("waybar");
+    host_.emplace();
+    host_->wrongHostAnswer = "broken";
+    makeItem();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(bar_->presence().value(), TrayPresence::absent);
+}
+
+TEST_F(TrayStatusBarTest, AWatcherThatRefusesTheItemIsNamedInTheLog) {
+    nameProcess("waybar");
+    host_.emplace();
+    host_->refusesItems = true;
+    makeItem();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(log_.lines, Names{"desktop: the status notifier watcher does not take the item"});
+}
+
+TEST_F(TrayStatusBarTest, ActivateIsThereOnlyForTraysThatNeedIt) {
+    showIn("waybar");
+    const std::string plain = host_->introspection();
+    EXPECT_EQ(plain.find("\"Activate\""), std::string::npos);
+    for (const auto* method : {"ContextMenu", "SecondaryActivate", "Scroll", "ProvideXdgActivationToken"}) {
+        EXPECT_NE(plain.find('"' + std::string(method) + '"'), std::string::npos) << method;
+    }
+    EXPECT_NE(host_->callItem("Activate", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_TRUE(popups_.empty());
+
+    host_.reset();
+    nameProcess("lxqt-panel");
+    host_.emplace();
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_NE(host_->introspection().find("\"Activate\""), std::string::npos);
+    EXPECT_EQ(host_->callItem("Activate", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_EQ(popups_, (std::vector<std::pair<std::int32_t, std::int32_t>>{{1, 2}}));
+}
+
+TEST_F(TrayStatusBarTest, ContextMenuShowsThePopup) {
+    showIn("swaybar");
+    EXPECT_EQ(host_->callItem("ContextMenu", g_variant_new("(ii)", 300, 4)).error, "");
+    EXPECT_EQ(popups_, (std::vector<std::pair<std::int32_t, std::int32_t>>{{300, 4}}));
+    EXPECT_EQ(host_->callItem("ProvideXdgActivationToken", g_variant_new("(s)", "token-1")).error, "");
+    EXPECT_EQ(tokens_, Names{"token-1"});
+    EXPECT_EQ(host_->callItem("SecondaryActivate", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_EQ(host_->callItem("Scroll", g_variant_new("(is)", 120, "vertical")).error, "");
+    EXPECT_EQ(popups_.size(), 1U);
+}
+
+TEST_F(TrayStatusBarTest, WithoutAPopupTheLogSaysSo) {
+    nameProcess("swaybar");
+    host_.emplace();
+    TrayOptions options;
+    options.settingsFolder = folder_.path();
+    options.processRoot = folder_.path() / "proc";
+    bar_.emplace(TestBus::instance().session(), options, log_);
+    item_ = bar_->makeStatusItem();
+    item_->setImage(imageOf(72));
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(host_->callItem("ContextMenu", g_variant_new("(ii)", 300, 4)).error, "");
+    EXPECT_EQ(host_->callItem("ProvideXdgActivationToken", g_variant_new("(s)", "unused")).error, "");
+    EXPECT_EQ(log_.lines, Names{"desktop: no popup menu to show at 300, 4"});
+}
+
+TEST_F(TrayStatusBarTest, CallsOfTheWrongTypeAreRefused) {
+    showIn("lxqt-panel");
+    EXPECT_NE(host_->callItem("ContextMenu", g_variant_new("(s)", "here")).error, "");
+    EXPECT_NE(host_->callItem("Activate", nullptr).error, "");
+    EXPECT_NE(host_->callItem("Scroll", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_NE(host_->callItem("NoSuchMethod", nullptr).error, "");
+    const auto written =
+        callFrom(host_->connection(), host_->itemBusName(), host_->itemPath(), "org.freedesktop.DBus.Properties", "Set",
+                 g_variant_new("(ssv)", "org.kde.StatusNotifierItem", "Title", g_variant_new_string("x")));
+    EXPECT_NE(written.error, "");
+    EXPECT_TRUE(popups_.empty());
+    EXPECT_EQ(host_->text("Title"), "'72 degrees Celsius'");
+}
+
+TEST_F(TrayStatusBarTest, AFloodOfTrayNewsIsServed) {
+    showIn("waybar");
+    for (int i = 0; i < 200; ++i) {
+        host_->startDrawing();
+        host_->stopDrawing();
+    }
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    settle(host_->connection());
+    EXPECT_EQ(bar_->presence().value(), TrayPresence::absent);
+    EXPECT_EQ(host_->registrations.size(), 1U);
+    EXPECT_EQ(signals(), Names{});
+}
+
+TEST_F(TrayStatusBarTest, TheMenuIsTheItems) {
+    showIn("waybar");
+    ASSERT_EQ(host_->menu().children.size(), 9U);
+    host_->aboutToShowMenu();
+    EXPECT_TRUE(runUntil([this] { return menu_.openings == 1; }));
+    host_->click(host_->menu().children[TestMenuSource::quit].id);
+    ASSERT_TRUE(runUntil([this] { return !menu_.performed.empty(); }));
+    EXPECT_EQ(menu_.performed[0].action, MenuAction::quit);
+}
+
+TEST_F(TrayStatusBarTest, AnItemThatIsGoneLeavesTheBus) {
+    showIn("waybar");
+    item_.reset();
+    EXPECT_NE(host_->callItem("ContextMenu", g_variant_new("(ii)", 1, 2)).error, "");
+    const auto reply = callFrom(host_->connection(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                "org.freedesktop.DBus", "NameHasOwner", g_variant_new("(s)", ownBusName().c_str()));
+    gboolean hasOwner = TRUE;
+    g_variant_get(reply.value.get(), "(b)", &hasOwner);
+    EXPECT_FALSE(hasOwner);
+}
+
+TEST_F(TrayStatusBarTest, ABarMayEndWhileTheBusIsStillBeingAsked) {
+    nameProcess("waybar");
+    host_.emplace();
+    for (int turns = 0; turns < 12; ++turns) {
+        makeItem();
+        for (int i = 0; i < turns; ++i) {
+            g_main_context_iteration(nullptr, FALSE);
+        }
+        item_.reset();
+        bar_.reset();
+    }
+    settle(host_->connection());
+}
+
+TEST_F(TrayStatusBarTest, TwoItemsAreToldApart) {
+    showIn("waybar");
+    const auto second = bar_->makeStatusItem();
+    second->setImage(imageOf(55));
+    ASSERT_TRUE(host_->waitForRegistration(2));
+    EXPECT_EQ(host_->registrations[1].reference, "/StatusNotifierItem/2");
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(55), TrayPictureSet::bar, white));
+    host_->registrations.pop_back();
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+}
+
+TEST_F(TrayStatusBarTest, InkFollowsTheColorSchemeOfThePortal) {
+    TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_variant(g_variant_new_uint32(2)));
+    showIn("kded5");
+    const auto has = [this](RgbaColor color) {
+        return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::square, color);
+    };
+    EXPECT_TRUE(runUntil([&has] { return has(black); }));
+    static_cast<void>(signals());
+    portal.change(g_variant_new_uint32(1));
+    EXPECT_TRUE(runUntil([&has] { return has(white); }));
+    EXPECT_EQ(signals(), Names{"NewIcon"});
+    portal.change(g_variant_new_uint32(0));
+    EXPECT_TRUE(runUntil([&has] { return has(mid); }));
+}
+
+TEST_F(TrayStatusBarTest, PortalNewsThatDoNotMatterAreIgnored) {
+    TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_uint32(1));
+    showIn("kded5");
+    ASSERT_TRUE(
+        runUntil([this] { return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::square, white); }));
+    static_cast<void>(signals());
+    portal.announce(g_variant_new("(ssv)", "org.freedesktop.appearance", "contrast", g_variant_new_uint32(2)));
+    portal.announce(g_variant_new("(ssv)", "org.gnome.desktop.interface", "color-scheme", g_variant_new_uint32(2)));
+    portal.announce(g_variant_new("(s)", "org.freedesktop.appearance"));
+    portal.announce(nullptr);
+    settle(host_->connection());
+    EXPECT_EQ(signals(), Names{});
+    portal.change(g_variant_new_string("dark"));
+    EXPECT_TRUE(
+        runUntil([this] { return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::square, mid); }));
+}
+
+TEST_F(TrayStatusBarTest, ThePortalIsNotAskedWhereTheBarIsKnown) {
+    TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_uint32(2));
+    showIn("waybar");
+    settle(host_->connection());
+    EXPECT_EQ(portal.readCount, 0);
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+}
+
+TEST_F(TrayStatusBarTest, InkFollowsTheXfcePanel) {
+    TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_uint32(2));
+    TestDesktopSettings xfconf(TestDesktopSettings::xfconf, g_variant_new_boolean(FALSE));
+    showIn("panel-6-systray");
+    const auto has = [this](RgbaColor color) {
+        return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::xfcePanel, color);
+    };
+    EXPECT_TRUE(runUntil([&has] { return has(black); }));
+    xfconf.change(g_variant_new_boolean(TRUE));
+    EXPECT_TRUE(runUntil([&has] { return has(white); }));
+    xfconf.announce(g_variant_new("(ssv)", "xfce4-panel", "/panels/panel-1/size", g_variant_new_boolean(FALSE)));
+    settle(host_->connection());
+    EXPECT_TRUE(has(white));
+}
+
+TEST_F(TrayStatusBarTest, TheUserMayOverruleShapeAndInk) {
+    folder_.write("desktop.conf", "[Desktop]\nShape=square\nInk=#ff8000\nPlace=tray\n");
+    showIn("waybar");
+    EXPECT_EQ(bar_->choices().place, TrayPlace::tray);
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, {255, 128, 0}));
+}
+
+TEST_F(TrayStatusBarTest, AReloadAppliesWhatHasChanged) {
+    showIn("waybar");
+    bar_->reload();
+    EXPECT_EQ(signals(), Names{});
+    folder_.write("desktop.conf", "[Desktop]\nInk=dark\nShape=nonsense\n");
+    bar_->reload();
+    EXPECT_EQ(signals(), Names{"NewIcon"});
+    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, black));
+    ASSERT_EQ(log_.lines.size(), 1U);
+    EXPECT_NE(log_.lines[0].find("Shape cannot be \"nonsense\""), std::string::npos);
+}
+
+}  // namespace
+}  // namespace thermopix
