@@ -6,6 +6,10 @@ BEGIN {
 }
 $2 + 0 == 0 && $3 == "Source" {
     file = $4
+    if (index(file, root) == 1) {
+        file = substr(file, length(root) + 1)
+    }
+    sub(/^(\.\.\/)+/, "", file)
     split(file, parts, "/")
     room = parts[1] == "src" ? parts[2] : ""
     next
@@ -15,8 +19,8 @@ room == "" || index(" " rooms " ", " " room " ") == 0 { next }
     mark = $1
     gsub(/[ \t*]/, "", mark)
     number = $2 + 0
-    if (mark == "-" || mark == "" || number == 0) {
-        next
+    if (mark == "-" || mark == "" || number == 0 || $3 ~ /^[ \t]*}[;)]*$/) {
+        next  # no code, or a closing brace, which holds only the compiler's own clean-up
     }
     key = file ":" number
     if (!(key in seen)) {

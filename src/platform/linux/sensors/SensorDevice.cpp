@@ -23,7 +23,7 @@ std::string chipName(const std::filesystem::path& file) {
 }
 
 bool hasRunningNumber(const std::filesystem::path& device) {
-    const auto& name = device.filename().native();
+    const auto name = device.filename().string();
     return name.starts_with(zonePrefix) || name.starts_with(monitorPrefix);
 }
 
