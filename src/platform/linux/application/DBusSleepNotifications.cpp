@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/linux/bus/BusNotice.h"
+
 namespace thermopix {
 
 namespace {
@@ -38,15 +40,16 @@ void DBusSleepNotifications::listen() {
     };
     systemBus_ = openSystemBus();
     if (systemBus_) {
-        signals_.push_back(subscribeToSignal(
-            systemBus_.get(), "org.freedesktop.login1", "org.freedesktop.login1.Manager", "PrepareForSleep",
-            "/org/freedesktop/login1", announces(SleepNotification::willSleep, SleepNotification::didWake)));
+        signals_.push_back(observeSignal(
+            systemBus_.get(),
+            {"org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep"},
+            announces(SleepNotification::willSleep, SleepNotification::didWake)));
     }
     if (sessionBus_ != nullptr) {
         for (const char* name : screenSavers) {
             signals_.push_back(
-                subscribeToSignal(sessionBus_, name, name, "ActiveChanged", nullptr,
-                                  announces(SleepNotification::screensDidSleep, SleepNotification::screensDidWake)));
+                observeSignal(sessionBus_, {name, nullptr, name, "ActiveChanged"},
+                              announces(SleepNotification::screensDidSleep, SleepNotification::screensDidWake)));
         }
     }
 }

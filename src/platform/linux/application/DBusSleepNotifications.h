@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/SleepNotifications.h"
-#include "platform/linux/application/Bus.h"
+#include "platform/linux/bus/BusConnection.h"
 
 namespace thermopix {
 

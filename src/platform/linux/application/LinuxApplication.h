@@ -6,7 +6,7 @@
 #include "base/Subscription.h"
 #include "menubar/Application.h"
 #include "platform/DiagnosticLog.h"
-#include "platform/linux/application/Bus.h"
+#include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/glib/GLibMainLoop.h"
 
 namespace thermopix {

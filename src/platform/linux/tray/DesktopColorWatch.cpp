@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "platform/linux/tray/BusCall.h"
-#include "platform/linux/tray/BusNotice.h"
+#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/BusNotice.h"
 
 namespace thermopix {
 namespace {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "menubar/TrayHost.h"
-#include "platform/linux/tray/BusCall.h"
-#include "platform/linux/tray/BusNotice.h"
+#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/BusNotice.h"
 
 namespace thermopix {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/Unicode.h"
-#include "platform/linux/tray/BusCall.h"
+#include "platform/linux/bus/BusCall.h"
 
 namespace thermopix {
 namespace {

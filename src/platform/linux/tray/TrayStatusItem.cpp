@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/Unicode.h"
-#include "platform/linux/tray/BusCall.h"
+#include "platform/linux/bus/BusCall.h"
 #include "platform/linux/tray/TrayHostWatch.h"
 
 namespace thermopix {

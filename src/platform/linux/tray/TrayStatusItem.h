@@ -10,7 +10,7 @@
 #include "menubar/StatusItem.h"
 #include "platform/DiagnosticLog.h"
 #include "platform/linux/glib/GLibHandles.h"
-#include "platform/linux/tray/BusNotice.h"
+#include "platform/linux/bus/BusNotice.h"
 #include "platform/linux/tray/TrayMenuExport.h"
 #include "platform/linux/tray/TrayOptions.h"
 #include "platform/linux/tray/TrayPictureCache.h"

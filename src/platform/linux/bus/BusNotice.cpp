@@ -1,4 +1,4 @@
-#include "platform/linux/tray/BusNotice.h"
+#include "platform/linux/bus/BusNotice.h"
 
 #include <utility>
 

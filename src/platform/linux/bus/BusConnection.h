@@ -17,10 +17,8 @@ using BusConnection = GObjectHandle<GDBusConnection>;
 /// The system's bus; null when there is none.
 [[nodiscard]] BusConnection openSystemBus();
 
-/// Calls `handler` with the parameters of each matching signal; `path` may be null for any path.
-[[nodiscard]] Subscription subscribeToSignal(GDBusConnection* bus, const char* sender, const char* interface,
-                                             const char* signal, const char* path,
-                                             std::function<void(GVariant* parameters)> handler);
+/// Whether the name has an owner now; false when the bus does not answer.
+[[nodiscard]] bool hasNameOwner(GDBusConnection* bus, const char* name);
 
 /// Calls `handler` when the bus is lost.
 [[nodiscard]] Subscription onClosed(GDBusConnection* bus, std::function<void()> handler);

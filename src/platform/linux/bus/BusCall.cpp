@@ -1,4 +1,4 @@
-#include "platform/linux/tray/BusCall.h"
+#include "platform/linux/bus/BusCall.h"
 
 #include <memory>
 #include <utility>

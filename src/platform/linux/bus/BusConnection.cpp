@@ -1,4 +1,4 @@
-#include "platform/linux/application/Bus.h"
+#include "platform/linux/bus/BusConnection.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -29,18 +29,8 @@ bool hasSessionBusAddress() {
     return runtimeFolder != nullptr && std::filesystem::exists(std::filesystem::path(runtimeFolder) / "bus", error);
 }
 
-void deliverSignal(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/, const char* /*interface*/,
-                   const char* /*signal*/, GVariant* parameters, gpointer handler) {
-    (*static_cast<std::function<void(GVariant*)>*>(handler))(parameters);
-}
-
 void deliverClosed(GDBusConnection* /*bus*/, gboolean /*remotePeerVanished*/, GError* /*error*/, gpointer handler) {
     (*static_cast<std::function<void()>*>(handler))();
-}
-
-template <typename Handler>
-void destroyHandler(gpointer handler) {
-    delete static_cast<Handler*>(handler);
 }
 
 template <typename Handler>
@@ -58,14 +48,15 @@ BusConnection openSystemBus() {
     return open(G_BUS_TYPE_SYSTEM);
 }
 
-Subscription subscribeToSignal(GDBusConnection* bus, const char* sender, const char* interface, const char* signal,
-                               const char* path, std::function<void(GVariant*)> handler) {
-    using Handler = std::function<void(GVariant*)>;
-    const guint id =
-        g_dbus_connection_signal_subscribe(bus, sender, interface, signal, path, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
-                                           deliverSignal, new Handler(std::move(handler)), destroyHandler<Handler>);
-    const std::shared_ptr<GDBusConnection> held = retained(bus);
-    return Subscription([held, id] { g_dbus_connection_signal_unsubscribe(held.get(), id); });
+bool hasNameOwner(GDBusConnection* bus, const char* name) {
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
+        g_variant_new("(s)", name), G_VARIANT_TYPE("(b)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    gboolean owned = FALSE;
+    if (reply) {
+        g_variant_get(reply.get(), "(b)", &owned);
+    }
+    return owned != FALSE;
 }
 
 Subscription onClosed(GDBusConnection* bus, std::function<void()> handler) {
