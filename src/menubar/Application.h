@@ -1,5 +1,9 @@
 #pragma once
 
+#include <array>
+#include <string_view>
+
+#include "base/Enumeration.h"
 #include "menubar/AboutPanel.h"
 #include "menubar/Menu.h"
 
@@ -8,6 +12,19 @@ namespace thermopix {
 /// Whether the program stands among the desktop's ordinary applications (Dock, taskbar, switcher) or only in the
 /// status bar.
 enum class ActivationPolicy { regular, accessory };
+
+template <>
+struct EnumerationTable<ActivationPolicy> {
+    struct Row {
+        ActivationPolicy value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{ActivationPolicy::regular, "regular"},
+        Row{ActivationPolicy::accessory, "accessory"},
+    };
+};
+static_assert(isCompleteTable<ActivationPolicy>(ActivationPolicy::accessory));
 
 /// What the desktop tells the program. Main thread.
 class ApplicationDelegate {

@@ -22,9 +22,53 @@ enum class MenuTextStyle {
     caption,
 };
 
+template <>
+struct EnumerationTable<MenuTextStyle> {
+    struct Row {
+        MenuTextStyle value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{MenuTextStyle::standard, "standard"},
+        Row{MenuTextStyle::headline, "headline"},
+        Row{MenuTextStyle::caption, "caption"},
+    };
+};
+static_assert(isCompleteTable<MenuTextStyle>(MenuTextStyle::caption));
+
 enum class MenuItemKind { action, information, sectionHeader, separator, submenu };
 
+template <>
+struct EnumerationTable<MenuItemKind> {
+    struct Row {
+        MenuItemKind value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{MenuItemKind::action, "action"},
+        Row{MenuItemKind::information, "information"},
+        Row{MenuItemKind::sectionHeader, "sectionHeader"},
+        Row{MenuItemKind::separator, "separator"},
+        Row{MenuItemKind::submenu, "submenu"},
+    };
+};
+static_assert(isCompleteTable<MenuItemKind>(MenuItemKind::submenu));
+
 enum class KeyModifiers { command, commandOption, commandShift };
+
+template <>
+struct EnumerationTable<KeyModifiers> {
+    struct Row {
+        KeyModifiers value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{KeyModifiers::command, "command"},
+        Row{KeyModifiers::commandOption, "commandOption"},
+        Row{KeyModifiers::commandShift, "commandShift"},
+    };
+};
+static_assert(isCompleteTable<KeyModifiers>(KeyModifiers::commandShift));
 
 /// What an item does. The first group belongs to this program's controllers; the rest are the platform's standard
 /// actions, sent to whatever has the focus.

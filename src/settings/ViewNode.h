@@ -51,13 +51,68 @@ static_assert(isCompleteTable<ViewKind>(ViewKind::scroll));
 
 enum class Axis { horizontal, vertical };
 
+template <>
+struct EnumerationTable<Axis> {
+    struct Row {
+        Axis value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{Axis::horizontal, "horizontal"},
+        Row{Axis::vertical, "vertical"},
+    };
+};
+static_assert(isCompleteTable<Axis>(Axis::vertical));
+
 /// Across a stack's axis.
 enum class Alignment { leading, center, trailing };
 
+template <>
+struct EnumerationTable<Alignment> {
+    struct Row {
+        Alignment value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{Alignment::leading, "leading"},
+        Row{Alignment::center, "center"},
+        Row{Alignment::trailing, "trailing"},
+    };
+};
+static_assert(isCompleteTable<Alignment>(Alignment::trailing));
+
 enum class PickerStyle { segmented, menu };
+
+template <>
+struct EnumerationTable<PickerStyle> {
+    struct Row {
+        PickerStyle value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{PickerStyle::segmented, "segmented"},
+        Row{PickerStyle::menu, "menu"},
+    };
+};
+static_assert(isCompleteTable<PickerStyle>(PickerStyle::menu));
 
 /// A colour by its purpose; the platform's palette says what it is.
 enum class ColorRole { primary, secondary, tertiary, accent, onAccent, separator, sidebar, card };
+
+template <>
+struct EnumerationTable<ColorRole> {
+    struct Row {
+        ColorRole value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{
+        Row{ColorRole::primary, "primary"},   Row{ColorRole::secondary, "secondary"},
+        Row{ColorRole::tertiary, "tertiary"}, Row{ColorRole::accent, "accent"},
+        Row{ColorRole::onAccent, "onAccent"}, Row{ColorRole::separator, "separator"},
+        Row{ColorRole::sidebar, "sidebar"},   Row{ColorRole::card, "card"},
+    };
+};
+static_assert(isCompleteTable<ColorRole>(ColorRole::card));
 
 struct RoleColor {
     ColorRole role = ColorRole::primary;
