@@ -161,12 +161,12 @@ std::optional<std::string> firstOf(const ProcessorFacts& facts, std::string_view
 std::optional<std::string> armCoreNames(const ProcessorFacts& facts) {
     std::vector<std::string> names;
     std::string implementer;
-    for (const auto& [key, value] : facts) {
-        if (key == "CPU implementer") {
-            implementer = value;
-        } else if (key == "CPU part") {
+    for (const auto& fact : facts) {
+        if (fact.first == "CPU implementer") {
+            implementer = fact.second;
+        } else if (fact.first == "CPU part") {
             const auto core = std::find_if(armCores.begin(), armCores.end(), [&](const ArmCoreRow& row) {
-                return row.implementer == implementer && row.part == value;
+                return row.implementer == implementer && row.part == fact.second;
             });
             if (core != armCores.end() && std::find(names.begin(), names.end(), core->name) == names.end()) {
                 names.emplace_back(core->name);

@@ -12,9 +12,12 @@ namespace {
 std::int64_t allocations = 0;
 }  // namespace
 
-void* operator new(std::size_t size) {
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
+    return std::malloc(size == 0 ? 1 : size);
+}
+void* operator new(std::size_t size) {
+    if (void* const memory = ::operator new(size, std::nothrow)) {
         return memory;
     }
     throw std::bad_alloc();
@@ -23,6 +26,9 @@ void* operator new(std::size_t size) {
     std::free(memory);
 }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }
 
