@@ -40,7 +40,10 @@ constexpr std::array<std::string_view, 10> files{
 class Tree {
 public:
     Tree() {
-        std::string path = (std::filesystem::temp_directory_path() / "thermopix-fuzz-XXXXXX").string();
+        // In memory where that can be had: every input writes files.
+        const std::filesystem::path memory = "/dev/shm";
+        const auto folder = std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path();
+        auto path = (folder / "thermopix-fuzz-XXXXXX").string();
         root = ::mkdtemp(path.data());
         for (const auto file : files) {
             std::filesystem::create_directories((root / file).parent_path());

@@ -165,7 +165,7 @@ std::optional<std::string> armCoreNames(const ProcessorFacts& facts) {
         if (fact.first == "CPU implementer") {
             implementer = fact.second;
         } else if (fact.first == "CPU part") {
-            const auto core = std::find_if(armCores.begin(), armCores.end(), [&](const ArmCoreRow& row) {
+            const auto* const core = std::find_if(armCores.begin(), armCores.end(), [&](const ArmCoreRow& row) {
                 return row.implementer == implementer && row.part == fact.second;
             });
             if (core != armCores.end() && std::find(names.begin(), names.end(), core->name) == names.end()) {
@@ -183,7 +183,7 @@ std::optional<std::string> processorName(const ProcessorFacts& facts) {
     if (auto cores = armCoreNames(facts)) {
         return cores;
     }
-    for (const auto key : {"Hardware", "Processor", "cpu model", "cpu", "uarch", "isa"}) {
+    for (const auto* const key : {"Hardware", "Processor", "cpu model", "cpu", "uarch", "isa"}) {
         if (auto name = firstOf(facts, key)) {
             return name;
         }

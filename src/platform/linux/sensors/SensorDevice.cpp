@@ -1,8 +1,7 @@
 #include "platform/linux/sensors/SensorDevice.h"
 
-#include <string.h>
-
 #include <algorithm>
+#include <cstring>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -40,12 +39,9 @@ bool isBattery(const std::filesystem::path& device) {
 }
 
 bool isRotating(const std::filesystem::path& device) {
-    for (const auto& disk : entries(device / "block")) {
-        if (readLine(disk / "queue" / "rotational") == "1") {
-            return true;
-        }
-    }
-    return false;
+    const auto disks = entries(device / "block");
+    return std::any_of(disks.begin(), disks.end(),
+                       [](const auto& disk) { return readLine(disk / "queue" / "rotational") == "1"; });
 }
 
 SensorFamily familyOfMonitor(const std::string& chip, const std::filesystem::path& device) {

@@ -51,12 +51,12 @@ char lowercasedAscii(char letter) {
 }
 
 std::size_t findIgnoringCase(std::string_view text, std::string_view wanted) {
-    const auto found = std::search(text.begin(), text.end(), wanted.begin(), wanted.end(),
-                                   [](char a, char b) { return lowercasedAscii(a) == lowercasedAscii(b); });
+    const auto* const found = std::search(text.begin(), text.end(), wanted.begin(), wanted.end(),
+                                          [](char a, char b) { return lowercasedAscii(a) == lowercasedAscii(b); });
     return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 
-/// Controls, line and paragraph separators, and marks that turn or hide text.
+/// Controls, line and paragraph separators, and what turns or hides text.
 bool isUnprintable(std::string_view character) {
     const auto first = static_cast<unsigned char>(character.front());
     if (first < 0x20 || first == 0x7F) {
@@ -65,7 +65,7 @@ bool isUnprintable(std::string_view character) {
     static constexpr std::array<std::pair<std::string_view, std::string_view>, 5> ranges{{
         {"\u0080", "\u009F"},
         {"\u200B", "\u200F"},
-        {"\u2028", "\u202E"},
+        {"\u2028", "\u202F"},
         {"\u2060", "\u206F"},
         {"\uFEFF", "\uFEFF"},
     }};

@@ -29,7 +29,7 @@ std::optional<int> numberBetween(std::string_view name, std::string_view prefix,
 }  // namespace
 
 std::filesystem::path sysfsRoot() {
-    const char* const root = std::getenv("THERMOPIX_SYSFS_ROOT");
+    const char* const root = std::getenv("THERMOPIX_SYSFS_ROOT");  // NOLINT(concurrency-mt-unsafe): nothing sets it
     return root != nullptr && *root != '\0' ? root : "/sys";
 }
 
