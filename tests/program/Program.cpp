@@ -72,7 +72,7 @@ Program::Program(const std::vector<std::string>& arguments, const Environment& e
 }
 
 Program::~Program() {
-    if (pid_ > 0) {
+    if (pid_ > 0 && !waited_) {
         ::kill(pid_, SIGKILL);
         ::waitpid(pid_, nullptr, 0);
     }
@@ -92,15 +92,27 @@ void Program::signal(int number) const {
     ::kill(pid_, number);
 }
 
+bool Program::hasEnded() {
+    int status = 0;
+    if (!waited_ && ::waitpid(pid_, &status, WNOHANG) == pid_) {
+        waited_ = status;
+    }
+    return waited_.has_value();
+}
+
 Program::Result Program::finish() {
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (collect(deadline)) {
     }
-    if (outputPipe_ >= 0 || errorsPipe_ >= 0) {
-        ::kill(pid_, SIGKILL);
-    }
     int status = 0;
-    ::waitpid(pid_, &status, 0);
+    if (waited_) {
+        status = *waited_;
+    } else {
+        if (outputPipe_ >= 0 || errorsPipe_ >= 0) {
+            ::kill(pid_, SIGKILL);
+        }
+        ::waitpid(pid_, &status, 0);
+    }
     pid_ = -1;
     result_.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return result_;

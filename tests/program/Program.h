@@ -36,6 +36,9 @@ public:
 
     void signal(int number) const;
 
+    /// Whether the program has ended by itself; does not wait.
+    [[nodiscard]] bool hasEnded();
+
     /// Reads everything until the program ends by itself; a program that does not end is killed and has status -1.
     [[nodiscard]] Result finish();
 
@@ -53,6 +56,8 @@ private:
     pid_t pid_ = -1;
     int outputPipe_ = -1;
     int errorsPipe_ = -1;
+    /// The status of the process once it has been reaped.
+    std::optional<int> waited_;
     Result result_;
 };
 

@@ -27,6 +27,7 @@ GLibMainLoop& LinuxPlatform::mainLoop() {
 SleepNotifications& LinuxPlatform::sleepNotifications() {
     if (!sleepNotifications_) {
         sleepNotifications_ = std::make_unique<DBusSleepNotifications>(sessionBus());
+        wake_ = sleepNotifications_->observe(SleepNotification::didWake, [this] { thermalState_.rediscover(); });
     }
     return *sleepNotifications_;
 }

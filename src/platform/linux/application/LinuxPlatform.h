@@ -60,6 +60,7 @@ private:
     std::unique_ptr<GLibMainLoop> mainLoop_;
     std::optional<BusConnection> sessionBus_;
     std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
+    Subscription wake_;
 };
 
 }  // namespace thermopix
