@@ -1,23 +1,13 @@
 #include "menubar/StatusItemController.h"
 
-#include <chrono>
 #include <tuple>
 #include <utility>
 
+#include "pixels/BlinkRhythm.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
 
 namespace thermopix {
-
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto blinkPeriod = 5500ms;
-constexpr auto blinkLeeway = 400ms;
-constexpr auto eyesClosed = 160ms;
-
-}  // namespace
 
 StatusItemController::StatusItemController(AppEnvironment& environment, StatusBar& statusBar,
                                            StatusMenuController::Actions actions)
@@ -76,6 +66,15 @@ void StatusItemController::startTicking() {
             environment_.monitor().reset();
             lastDrawn_.reset();
             lastRendered_.reset();
+            startBlinking();
+        }
+    };
+    scheduler.onSleep = [this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) {
+            // Nobody sees a pet blink on a dark display.
+            blinkTimer_.cancel();
+            eyesOpenTimer_.cancel();
+            isBlinking_ = false;
         }
     };
     scheduler.start(environment_.preferences().refreshInterval);
@@ -88,13 +87,17 @@ void StatusItemController::startBlinking() {
         redraw();
         return;
     }
-    blinkTimer_ = environment_.mainLoop().repeating(blinkPeriod, blinkPeriod, blinkLeeway, [this] { blink(); });
+    if (environment_.scheduler().isAsleep()) {
+        return;
+    }
+    blinkTimer_ = environment_.mainLoop().repeating(BlinkRhythm::period, BlinkRhythm::period, BlinkRhythm::leeway,
+                                                    [this] { blink(); });
 }
 
 void StatusItemController::blink() {
     isBlinking_ = true;
     redraw();
-    eyesOpenTimer_ = environment_.mainLoop().oneShot(eyesClosed, [this] {
+    eyesOpenTimer_ = environment_.mainLoop().oneShot(BlinkRhythm::closed, [this] {
         isBlinking_ = false;
         redraw();
     });

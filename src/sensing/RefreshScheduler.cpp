@@ -1,5 +1,7 @@
 #include "sensing/RefreshScheduler.h"
 
+#include <utility>
+
 namespace thermopix {
 
 RefreshScheduler::RefreshScheduler(MainLoop& mainLoop, SleepNotifications& sleepNotifications)
@@ -45,8 +47,13 @@ void RefreshScheduler::schedule() {
 }
 
 void RefreshScheduler::suspend() {
-    isAsleep_ = true;
     timer_.cancel();
+    if (std::exchange(isAsleep_, true)) {
+        return;
+    }
+    if (const auto fallenAsleep = onSleep) {
+        fallenAsleep();
+    }
 }
 
 void RefreshScheduler::wake() {

@@ -30,9 +30,11 @@ public:
     [[nodiscard]] bool isRunning() const { return isRunning_; }
     [[nodiscard]] bool isAsleep() const { return isAsleep_; }
 
-    /// The callbacks set last are the ones called; each may replace either or destroy the scheduler.
+    /// The callbacks set last are the ones called; each may replace any or destroy the scheduler.
     std::function<void()> onTick;
     std::function<void()> onWake;
+    /// Called when a sleep begins, so that other timers can rest too.
+    std::function<void()> onSleep;
 
 private:
     struct Lifetime {};

@@ -338,6 +338,29 @@ TEST_F(StatusItemControllerTest, AfterWakeTheFirstTickDrawsEvenAnEqualReading) {
     EXPECT_EQ(bar.images.size(), 2U);
 }
 
+TEST_F(StatusItemControllerTest, NothingIsDueWhileTheDisplaysSleep) {
+    environment.store().set(&Preferences::pet, PixelPet::cat);
+    createAndDraw();
+    loop.advance(5600ms);
+    platform.manualSleep.send(SleepNotification::screensDidSleep);
+    EXPECT_EQ(loop.activeTimerCount(), 0U);
+    environment.store().set(&Preferences::pet, PixelPet::ghost);
+    loop.advance(60s);
+    EXPECT_EQ(loop.activeTimerCount(), 0U);
+}
+
+TEST_F(StatusItemControllerTest, ThePetBlinksAgainAfterWake) {
+    environment.store().set(&Preferences::pet, PixelPet::cat);
+    createAndDraw();
+    platform.manualSleep.send(SleepNotification::willSleep);
+    loop.advance(60s);
+    platform.manualSleep.send(SleepNotification::didWake);
+    loop.runPending();
+    EXPECT_EQ(bar.images.back(), picture(display(57)));
+    loop.advance(5500ms);
+    EXPECT_EQ(bar.images.back(), picture(display(57), true));
+}
+
 TEST_F(StatusItemControllerTest, TheFirstReadingAfterWakeIsNotBlendedWithTheOneBeforeSleep) {
     createAndDraw();
     platform.manualSleep.send(SleepNotification::willSleep);
