@@ -300,6 +300,11 @@ struct Fields<MenuWillOpen> {
 };
 
 template <>
+struct Fields<MenuDidClose> {
+    static constexpr std::tuple rows{Field{"place", &MenuDidClose::place}};
+};
+
+template <>
 struct Fields<MenuItemChosen> {
     static constexpr std::tuple rows{Field{"place", &MenuItemChosen::place}, Field{"item", &MenuItemChosen::item}};
 };
@@ -321,10 +326,9 @@ struct Fields<Reopened> {
 
 template <>
 struct Alternatives<WindowEvent> {
-    static constexpr std::array<std::string_view, 9> names{
-        "hello",        "controlOperated", "windowVisibilityChanged", "windowWillClose",
-        "menuWillOpen", "menuItemChosen",  "mainMenuActionChosen",    "stripMoved",
-        "reopened",
+    static constexpr std::array<std::string_view, 10> names{
+        "hello",        "controlOperated", "windowVisibilityChanged", "windowWillClose", "menuWillOpen",
+        "menuDidClose", "menuItemChosen",  "mainMenuActionChosen",    "stripMoved",      "reopened",
     };
 };
 static_assert(namesEveryAlternative<WindowEvent>);

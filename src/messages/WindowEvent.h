@@ -68,6 +68,13 @@ struct MenuWillOpen {
     friend bool operator==(const MenuWillOpen&, const MenuWillOpen&) = default;
 };
 
+/// It is gone from the screen, whether or not an item was chosen.
+struct MenuDidClose {
+    MenuPlace place = MenuPlace::popup;
+
+    friend bool operator==(const MenuDidClose&, const MenuDidClose&) = default;
+};
+
 /// The user chose this item of the status item's menu, as it was shown.
 struct MenuItemChosen {
     MenuPlace place = MenuPlace::popup;
@@ -96,6 +103,6 @@ struct Reopened {
 };
 
 using WindowEvent = std::variant<Hello, ControlOperated, WindowVisibilityChanged, WindowWillClose, MenuWillOpen,
-                                 MenuItemChosen, MainMenuActionChosen, StripMoved, Reopened>;
+                                 MenuDidClose, MenuItemChosen, MainMenuActionChosen, StripMoved, Reopened>;
 
 }  // namespace thermopix

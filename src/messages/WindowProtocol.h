@@ -5,7 +5,8 @@
 #include <string_view>
 
 /// How the resident program and its window process speak: one JSON object a line, both ways, over one stream socket
-/// that the window process inherits. It says `Hello` first, and ends with its last window or when the socket closes.
+/// that the window process inherits. It says `Hello` first, and ends with its last window or when the socket closes. A
+/// request that shows something is answered with an event that says it is shown, unless it was already.
 namespace thermopix::WindowProtocol {
 
 /// Both sides come from one build; a process that says another version is not talked to.

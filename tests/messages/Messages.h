@@ -107,6 +107,7 @@ inline std::vector<WindowEvent> events() {
         WindowVisibilityChanged{7, true, true},
         WindowWillClose{7},
         MenuWillOpen{MenuPlace::strip},
+        MenuDidClose{MenuPlace::strip},
         MenuItemChosen{MenuPlace::strip, menuItem()},
         MainMenuActionChosen{MenuAction::terminate},
         StripMoved{{2147483647, -1}},
