@@ -1,8 +1,8 @@
-# Reads gcov's annotated sources and prints line coverage room by room; a line counts as reached when any object
-# that holds it reached it. Fails under `floor` per cent. Unreached lines go to the file `unreached`.
+# Reads gcov's annotated sources and prints the core's line coverage room by room: every folder of src/ but platform/.
+# A line counts as reached when any object that holds it reached it. Fails under `floor` per cent. Unreached lines go
+# to the file `unreached`.
 BEGIN {
     FS = ":"
-    roomCount = split(rooms, roomNames, " ")
 }
 $2 + 0 == 0 && $3 == "Source" {
     file = $4
@@ -10,11 +10,11 @@ $2 + 0 == 0 && $3 == "Source" {
         file = substr(file, length(root) + 1)
     }
     sub(/^(\.\.\/)+/, "", file)
-    split(file, parts, "/")
-    room = parts[1] == "src" ? parts[2] : ""
+    isMeasured = split(file, parts, "/") > 2 && parts[1] == "src" && parts[2] != "platform"
+    room = parts[2]
     next
 }
-room == "" || index(" " rooms " ", " " room " ") == 0 { next }
+!isMeasured { next }
 {
     mark = $1
     gsub(/[ \t*]/, "", mark)
@@ -25,10 +25,11 @@ room == "" || index(" " rooms " ", " " room " ") == 0 { next }
     key = file ":" number
     if (!(key in seen)) {
         seen[key] = 1
-        roomOf[key] = room
         text[key] = $0
         sub(/^[^:]*:[^:]*:/, "", text[key])
-        lines[room]++
+        if (lines[room]++ == 0) {
+            roomNames[++roomCount] = room
+        }
     }
     if (mark ~ /^[0-9]/ && !(key in reached)) {
         reached[key] = 1
@@ -44,9 +45,7 @@ END {
     }
     for (i = 1; i <= roomCount; i++) {
         room = roomNames[i]
-        if (lines[room] > 0) {
-            printf "%-12s %6.1f %%  %5d of %5d lines\n", room, 100 * hits[room] / lines[room], hits[room], lines[room]
-        }
+        printf "%-12s %6.1f %%  %5d of %5d lines\n", room, 100 * hits[room] / lines[room], hits[room], lines[room]
         allLines += lines[room]
         allHits += hits[room]
     }

@@ -13,11 +13,12 @@ status=0
 
 awk -v edges="$edges" '
     # The room of a file: its own row, else that of its innermost folder with a row; files of src/ itself are `main`.
+    # Empty when the table does not know its folder.
     function room(file,    part) {
         part = file
         sub(/\.[a-z]+$/, "", part)
         while (!(part in may)) {
-            if (!sub(/\/[^\/]*$/, "", part)) return "main"
+            if (!sub(/\/[^\/]*$/, "", part)) return file ~ /\// ? "" : "main"
         }
         return part
     }
@@ -32,6 +33,7 @@ awk -v edges="$edges" '
         }
         next
     }
+    FNR == 1 && room(FILENAME) == "" { report("in a room that rooms.txt does not have") }
     /^[ \t]*#[ \t]*(include|import)[ \t]*"/ {
         header = $0; sub(/^[^"]*"/, "", header); sub(/".*/, "", header)
         if ((getline line < header) < 0) {
