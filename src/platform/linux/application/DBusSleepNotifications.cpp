@@ -31,7 +31,7 @@ void DBusSleepNotifications::listen() {
     // One boolean says which way it goes: true before sleep or when the displays blank, false afterwards.
     const auto announces = [this](SleepNotification whenTrue, SleepNotification whenFalse) {
         return [this, whenTrue, whenFalse](GVariant* parameters) {
-            if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(b)"))) {
+            if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(b)")) != FALSE) {
                 gboolean value = FALSE;
                 g_variant_get(parameters, "(b)", &value);
                 notify(value != FALSE ? whenTrue : whenFalse);
