@@ -1,5 +1,6 @@
 #include "settings/PreferencesView.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -24,7 +25,9 @@ using namespace std::chrono_literals;
 
 constexpr auto previewInterval = 1s;
 constexpr auto previewLeeway = 100ms;
-constexpr Insets panePadding{.top = 40, .leading = 28, .bottom = 28, .trailing = 28};
+constexpr double panePadding = 28;
+/// Less than the padding: the title bar is clear ground.
+constexpr double belowTitleBar = 12;
 
 struct ToggleBinding {
     std::string_view identifier;
@@ -61,21 +64,22 @@ std::optional<RefreshInterval> intervalOf(std::string_view text) {
 
 }  // namespace
 
-PreferencesView::PreferencesView(AppEnvironment& environment, std::function<void()> terminate)
-    : environment_(environment), terminate_(std::move(terminate)) {}
+PreferencesView::PreferencesView(AppEnvironment& environment, std::function<void()> terminate, double titleBarHeight)
+    : environment_(environment), terminate_(std::move(terminate)), titleBarHeight_(titleBarHeight) {}
 
 ViewNode PreferencesView::node() {
     const auto& system = environment_.platform().systemInformation();
     ViewNode pane = paneNode();
-    pane.padding = panePadding;
+    pane.padding = Insets::all(panePadding);
+    pane.padding.top = std::max(panePadding, titleBarHeight_ + belowTitleBar);
     pane.fillsWidth = true;
     ViewNode scroll;
     scroll.kind = ViewKind::scroll;
     // Another pane is another list, which starts at its top.
     scroll.identifier = "prefs.scroll." + std::string(rawValue(pane_));
     scroll.children.push_back(std::move(pane));
-    ViewNode root = Views::horizontal(
-        0, {settingsSidebar(pane_, AppInfo::shortVersion(system)), Views::divider(), std::move(scroll)});
+    ViewNode root = Views::horizontal(0, {settingsSidebar(pane_, AppInfo::shortVersion(system), titleBarHeight_),
+                                          Views::divider(), std::move(scroll)});
     root.alignment = Alignment::leading;
     return root;
 }

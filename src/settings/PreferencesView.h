@@ -16,8 +16,8 @@ namespace thermopix {
 /// the status bar's display that is at most a second old. Works only between `appear` and `disappear`. Main thread.
 class PreferencesView {
 public:
-    /// `environment` outlives the view.
-    PreferencesView(AppEnvironment& environment, std::function<void()> terminate);
+    /// `environment` outlives the view. The top of the content lies under a title bar of this many points.
+    PreferencesView(AppEnvironment& environment, std::function<void()> terminate, double titleBarHeight = 0);
 
     /// Called when `node()` may have changed.
     std::function<void()> onChange;
@@ -42,6 +42,7 @@ private:
 
     AppEnvironment& environment_;
     std::function<void()> terminate_;
+    double titleBarHeight_;
     Pane pane_ = Pane::readout;
     Display display_;
     bool isBlinking_ = false;

@@ -14,9 +14,14 @@ PreferencesWindowController::PreferencesWindowController(AppEnvironment& environ
                                   .width = contentWidth,
                                   .height = contentHeight,
                                   .identifier = std::string(Identifiers::window)})),
-      view_(environment, std::move(terminate)) {
+      view_(environment, std::move(terminate), windows.titleBarHeight()) {
     view_.onChange = [this] { draw(); };
-    subscriptions_.push_back(window_->onEvent([this](const ViewEvent& event) { view_.handle(event); }));
+    subscriptions_.push_back(window_->onEvent([this](const ViewEvent& event) {
+        view_.handle(event);
+        // The control shows what the user did to it, which may not be what came of it.
+        drawn_.reset();
+        draw();
+    }));
     subscriptions_.push_back(window_->onVisibilityChange([this](bool isVisible) {
         if (isVisible) {
             // A window process that was started anew knows nothing of what was drawn before.

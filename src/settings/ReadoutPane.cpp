@@ -18,7 +18,6 @@ namespace thermopix::Panes {
 
 namespace {
 
-constexpr double rowSpacing = 2;
 constexpr int exampleReading = 52;
 
 ViewNode previewSection(const Preferences& preferences, const Display& display) {
@@ -44,9 +43,7 @@ ViewNode petSection(const Preferences& preferences, const Display& display, bool
         rows.push_back(
             PetRow{pet, display, preferences.style, preferences.size, pet == preferences.pet, blinking}.node());
     }
-    ViewNode list = Views::vertical(rowSpacing, std::move(rows));
-    list.fillsWidth = true;
-    return section("Pet", {std::move(list), captionText(moodCaption())});
+    return section("Pet", {choiceList(std::move(rows)), captionText(moodCaption())});
 }
 
 ViewNode styleSection(const Preferences& preferences, const Display& display) {
@@ -56,9 +53,7 @@ ViewNode styleSection(const Preferences& preferences, const Display& display) {
                                 style == preferences.style}
                            .node());
     }
-    ViewNode list = Views::vertical(rowSpacing, std::move(rows));
-    list.fillsWidth = true;
-    return section("Style", {std::move(list),
+    return section("Style", {choiceList(std::move(rows)),
                              captionText("Every style is drawn on a 48-pixel grid at whole-point cells, so it lands "
                                          "on exact device pixels and is never resampled.")});
 }
@@ -97,7 +92,7 @@ ViewNode unitSection(const Preferences& preferences) {
         heading,
         {segmentedPicker(heading, Identifiers::unit, preferences.unit,
                          [](TemperatureUnit unit) { return fmt::format("{} ({})", title(unit), symbol(unit)); }),
-         Views::toggle("Show the unit letter", Identifiers::unitLetter, preferences.showsUnitLetter),
+         card({Views::toggle("Show the unit letter", Identifiers::unitLetter, preferences.showsUnitLetter)}),
          captionText(fmt::format("Off shows `{0}°`; on shows `{0}°{1}`. The digit field is a fixed width "
                                  "either way, so the menu bar never shifts as the number changes.",
                                  exampleReading, suffix(preferences.unit)))});

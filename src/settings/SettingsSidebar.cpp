@@ -18,8 +18,7 @@ constexpr double rowCornerRadius = 6;
 constexpr double hoverOpacity = 0.06;
 constexpr double symbolSpacing = 8;
 constexpr double versionFont = 11;
-// The rows start below a transparent title bar.
-constexpr Insets sidebarPadding{.top = 44, .leading = 10, .bottom = 14, .trailing = 10};
+constexpr Insets sidebarPadding{.top = 16, .leading = 10, .bottom = 14, .trailing = 10};
 constexpr double rowSpacing = 2;
 
 }  // namespace
@@ -44,7 +43,7 @@ ViewNode sidebarRow(Pane pane, Pane selection) {
     return label;
 }
 
-ViewNode settingsSidebar(Pane selection, std::string_view shortVersion) {
+ViewNode settingsSidebar(Pane selection, std::string_view shortVersion, double titleBarHeight) {
     std::vector<ViewNode> children;
     for (const Pane pane : allCases<Pane>()) {
         children.push_back(sidebarRow(pane, selection));
@@ -56,6 +55,7 @@ ViewNode settingsSidebar(Pane selection, std::string_view shortVersion) {
     ViewNode sidebar = Views::vertical(rowSpacing, std::move(children));
     sidebar.width = sidebarWidth;
     sidebar.padding = sidebarPadding;
+    sidebar.padding.top += titleBarHeight;
     sidebar.background.fill = RoleColor{ColorRole::sidebar};
     return sidebar;
 }

@@ -9,8 +9,8 @@ namespace thermopix {
 
 inline constexpr double sidebarWidth = 180;
 
-/// One row per pane, and the version at the bottom.
-[[nodiscard]] ViewNode settingsSidebar(Pane selection, std::string_view shortVersion);
+/// One row per pane, below the title bar, and the version at the bottom.
+[[nodiscard]] ViewNode settingsSidebar(Pane selection, std::string_view shortVersion, double titleBarHeight);
 
 [[nodiscard]] ViewNode sidebarRow(Pane pane, Pane selection);
 

@@ -38,7 +38,13 @@ private:
                 std::max(0.0, frame.height - insets.top - insets.bottom)};
     }
 
+    // A stack is as greedy along its own axis as what is in it.
     static bool takesWhatIsLeft(const ViewNode& node, Axis axis) {
+        if (node.kind == ViewKind::stack && axis == Axis::vertical) {
+            return node.axis == Axis::vertical && !node.height &&
+                   std::any_of(node.children.begin(), node.children.end(),
+                               [](const ViewNode& child) { return takesWhatIsLeft(child, Axis::vertical); });
+        }
         if (node.kind == ViewKind::spacer) {
             return true;
         }
@@ -145,7 +151,8 @@ private:
             Frame frame;
             if (stack.axis == Axis::horizontal) {
                 size.width = widths[i];
-                const bool fills = child.kind == ViewKind::divider || child.kind == ViewKind::scroll;
+                const bool fills = child.kind == ViewKind::divider ||
+                                   (child.kind != ViewKind::spacer && takesWhatIsLeft(child, Axis::vertical));
                 size.height = fills ? content.height : size.height;
                 frame = {along, across(stack.alignment, content.y, content.height, size.height), size.width,
                          size.height};

@@ -46,6 +46,10 @@ public:
 class WindowSystem {
 public:
     virtual ~WindowSystem() = default;
+
+    /// How much of a window's content lies under its own, transparent title bar, in points.
+    [[nodiscard]] virtual double titleBarHeight() const { return 0; }
+
     [[nodiscard]] virtual std::unique_ptr<Window> makeWindow(const WindowDescription& description) = 0;
 };
 

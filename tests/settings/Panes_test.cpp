@@ -206,7 +206,7 @@ TEST(Sidebar, SelectsOneRowAndHoversOverTheOthers) {
 }
 
 TEST(Sidebar, IsAsApproved) {
-    expectGolden("sidebar", settingsSidebar(Pane::readout, "1.2"));
+    expectGolden("sidebar", settingsSidebar(Pane::readout, "1.2", 28));
 }
 
 class AboutPaneTest : public testing::Test {

@@ -51,6 +51,18 @@ private:
     }
 };
 
+TEST_F(PreferencesViewTest, StartsBelowATransparentTitleBar) {
+    PreferencesView below(
+        environment, [] {}, 28);
+    const auto padding = [](const ViewNode& root, std::size_t column) {
+        return (column == 0 ? root.children[0] : root.children[2].children[0]).padding.top;
+    };
+    EXPECT_EQ(padding(view.node(), 0), 16);
+    EXPECT_EQ(padding(view.node(), 2), 28);
+    EXPECT_EQ(padding(below.node(), 0), 44);
+    EXPECT_EQ(padding(below.node(), 2), 40);
+}
+
 TEST_F(PreferencesViewTest, StartsWithTheReadoutPaneAndNoReading) {
     EXPECT_TRUE(shows("says \"Preview: --°\""));
 }

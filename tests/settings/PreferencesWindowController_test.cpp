@@ -69,6 +69,16 @@ TEST_F(PreferencesWindowControllerTest, DrawsEverythingAnewWhenShownAgain) {
     EXPECT_GT(window().contents.size(), drawn);
 }
 
+TEST_F(PreferencesWindowControllerTest, ShowsWhatCameOfAnActionAlsoWhenNothingDid) {
+    window().show();
+    settle();
+    auto& loginItem = dynamic_cast<FakeLoginItem&>(environment.loginItem());
+    loginItem.failNextWrite = true;
+    const auto drawn = window().contents.size();
+    window().operate("prefs.openAtLogin", "true");
+    EXPECT_GT(window().contents.size(), drawn);
+}
+
 TEST_F(PreferencesWindowControllerTest, PassesTheUsersActionsOn) {
     window().show();
     window().operate("prefs.style.micro");

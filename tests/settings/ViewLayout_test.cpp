@@ -90,6 +90,14 @@ TEST(ViewLayout, LetsASpacerPushTheRestToTheEnd) {
               (std::vector<Frame>{{0, 5, 20, 0}, {20, 0, 10, 10}, {30, 5, 20, 0}}));
 }
 
+TEST(ViewLayout, GivesAColumnWithASpacerAllTheHeight) {
+    const auto column = vertical(0, {word("a"), spacer(), word("b")});
+    const auto placed = place(horizontal(0, {column, vertical(0, {word("c")})}));
+    EXPECT_EQ(placed.children[0].frame.height, 100);
+    EXPECT_EQ(placed.children[1].frame.height, 10);
+    EXPECT_EQ(childFrames(placed.children[0]), (std::vector<Frame>{{0, 0, 5, 10}, {0, 10, 0, 80}, {0, 90, 5, 10}}));
+}
+
 TEST(ViewLayout, StretchesADividerAcrossItsStack) {
     EXPECT_EQ(childFrames(place(vertical(0, {divider()}))), (std::vector<Frame>{{0, 0, 200, 1}}));
     EXPECT_EQ(childFrames(place(horizontal(0, {divider()}))), (std::vector<Frame>{{0, 0, 1, 100}}));
