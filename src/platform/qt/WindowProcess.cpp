@@ -1,0 +1,210 @@
+#include "platform/qt/WindowProcess.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <algorithm>
+#include <utility>
+
+#include "platform/qt/drawing/Strings.h"
+#include "platform/qt/windows/AboutContent.h"
+
+namespace thermopix {
+
+namespace {
+
+/// After its last window has closed the program says whether it stays in the taskbar.
+constexpr int settleMilliseconds = 200;
+
+QPoint toPoint(const ScreenPoint& point) {
+    return {point.x, point.y};
+}
+
+}  // namespace
+
+WindowProcess::WindowProcess(Tell tell, std::function<void()> finished)
+    : tell_(std::move(tell)), finished_(std::move(finished)) {
+    settleTimer_.setSingleShot(true);
+    settleTimer_.setInterval(settleMilliseconds);
+    QObject::connect(&settleTimer_, &QTimer::timeout, &settleTimer_, [this] { settle(); });
+}
+
+void WindowProcess::perform(const WindowRequest& request) {
+    std::visit([this](const auto& known) { handle(known); }, request);
+    somethingChanged();
+}
+
+ShellWindow* WindowProcess::window(WindowId window) {
+    const auto found = windows_.find(window);
+    return found == windows_.end() ? nullptr : found->second.shell.get();
+}
+
+void WindowProcess::handle(const ShowWindow& request) {
+    OpenWindow& open = windows_[request.window];
+    if (!open.shell) {
+        const WindowDescription& description = request.description;
+        auto content = std::make_unique<QWidget>();
+        content->resize(static_cast<int>(description.width), static_cast<int>(description.height));
+        QWidget& host = *content;
+        open.shell = std::make_unique<ShellWindow>(qtString(description.title), qtString(description.identifier),
+                                                   std::move(content), ShellWindow::MenuBar::shown);
+        open.walker = std::make_unique<ViewWalker>(host, [this, id = request.window](const ViewEvent& event) {
+            tell_(ControlOperated{id, event});
+        });
+        connectWindow(request.window, *open.shell);
+        if (open.root) {
+            open.walker->show(*open.root);
+        }
+    }
+    open.shell->present();
+}
+
+void WindowProcess::handle(const SetWindowContent& request) {
+    OpenWindow& open = windows_[request.window];
+    open.root = request.root;
+    if (open.walker) {
+        open.walker->show(*open.root);
+    }
+}
+
+void WindowProcess::handle(const OrderWindowFront& request) {
+    if (auto* shell = window(request.window); shell != nullptr && shell->isShown()) {
+        shell->comeForward();
+    }
+}
+
+void WindowProcess::handle(const DiscardWindow& request) {
+    if (auto* shell = window(request.window)) {
+        shell->discard();
+    }
+    windows_.erase(request.window);
+}
+
+void WindowProcess::handle(const SetMainMenu& request) {
+    mainMenu_ = request.menu;
+    for (auto& [id, open] : windows_) {
+        if (open.shell) {
+            open.shell->setMainMenu(mainMenu_);
+        }
+    }
+}
+
+void WindowProcess::handle(const SetActivationPolicy& request) {
+    policy_ = request.policy;
+    hasShownSomething_ = hasShownSomething_ || policy_ == ActivationPolicy::regular;
+}
+
+void WindowProcess::handle(const ShowAboutPanel& request) {
+    OpenWindow& open = windows_[aboutPanelWindow];
+    if (!open.shell || about_ != request.content) {
+        about_ = request.content;
+        auto content = std::make_unique<AboutContent>(request.content);
+        content->resize(content->wantedSize());
+        open.shell = std::make_unique<ShellWindow>(qtString("About " + request.content.applicationName),
+                                                   QStringLiteral("about.panel"), std::move(content),
+                                                   ShellWindow::MenuBar::shortcutsOnly);
+        connectWindow(aboutPanelWindow, *open.shell);
+    }
+    open.shell->present();
+}
+
+void WindowProcess::handle(const UseActivationToken& request) {
+    // Read, and forgotten, by the toolkit when the next window is activated.
+    qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(request.token));
+}
+
+void WindowProcess::handle(const OpenPopupMenu& request) {
+    popup_ = std::make_unique<PopupMenu>([this](const MenuItem& item) {
+        tell_(MenuItemChosen{MenuPlace::popup, item});
+    });
+    popup_->onClosed = [this] {
+        tell_(MenuDidClose{MenuPlace::popup});
+        somethingChanged();
+    };
+    popup_->showMenu(request.menu);
+    tell_(MenuWillOpen{MenuPlace::popup});
+    popup_->open(request.position ? toPoint(*request.position) : QCursor::pos());
+}
+
+void WindowProcess::handle(const UpdatePopupMenu& request) {
+    if (popup_ && popup_->isVisible()) {
+        popup_->showMenu(request.menu);
+    }
+}
+
+void WindowProcess::handle(const SetStripReadout& request) {
+    madeStrip().setReadout(request.image, qtString(request.label));
+}
+
+void WindowProcess::handle(const SetStripMenu& request) {
+    madeStrip().setMenu(request.menu);
+}
+
+void WindowProcess::handle(const ShowStrip& request) {
+    madeStrip().present(request.position ? std::optional(toPoint(*request.position)) : std::nullopt);
+}
+
+void WindowProcess::handle(const HideStrip& /*request*/) {
+    if (strip_) {
+        strip_->hide();
+    }
+}
+
+void WindowProcess::connectWindow(WindowId id, ShellWindow& shell) {
+    shell.setMainMenu(mainMenu_);
+    shell.onMainMenu = [this](MenuAction action) { tell_(MainMenuActionChosen{action}); };
+    shell.onWillClose = [this, id] { tell_(WindowWillClose{id}); };
+    shell.onVisibilityChange = [this, id](bool isVisible, bool isMiniaturized) {
+        tell_(WindowVisibilityChanged{id, isVisible, isMiniaturized});
+        somethingChanged();
+    };
+}
+
+ReadoutStrip& WindowProcess::madeStrip() {
+    if (!strip_) {
+        strip_ = std::make_unique<ReadoutStrip>([this](const MenuItem& item) {
+            tell_(MenuItemChosen{MenuPlace::strip, item});
+        });
+        strip_->onMenuWillOpen = [this] { tell_(MenuWillOpen{MenuPlace::strip}); };
+        strip_->onMenuDidClose = [this] { tell_(MenuDidClose{MenuPlace::strip}); };
+        strip_->onMoved = [this](QPoint position) { tell_(StripMoved{{position.x(), position.y()}}); };
+    }
+    return *strip_;
+}
+
+bool WindowProcess::hasWindow() const {
+    return std::any_of(windows_.begin(), windows_.end(),
+                       [](const auto& entry) { return entry.second.shell && entry.second.shell->isShown(); });
+}
+
+void WindowProcess::somethingChanged() {
+    const bool showsSomething = hasWindow() || (popup_ && popup_->isVisible()) || (strip_ && strip_->isVisible());
+    hasShownSomething_ = hasShownSomething_ || showsSomething;
+    if (hasWindow()) {
+        taskbarEntry_.reset();
+    }
+    if (hasShownSomething_ && !hasWindow()) {
+        settleTimer_.start();
+    } else {
+        settleTimer_.stop();
+    }
+}
+
+void WindowProcess::settle() {
+    if (hasWindow()) {
+        return;
+    }
+    if (policy_ == ActivationPolicy::regular) {
+        if (!taskbarEntry_) {
+            taskbarEntry_ = std::make_unique<TaskbarEntry>();
+            taskbarEntry_->onReopen = [this] { tell_(Reopened{}); };
+            taskbarEntry_->present();
+        }
+        return;
+    }
+    taskbarEntry_.reset();
+    if (!(popup_ && popup_->isVisible()) && !(strip_ && strip_->isVisible())) {
+        finished_();
+    }
+}
+
+}  // namespace thermopix

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPainter>
+#include <QRectF>
+#include <string_view>
+
+#include "settings/ViewLayout.h"
+#include "settings/ViewNode.h"
+
+/// Text in the system font at the sizes of the views: measured and drawn by the same rules.
+namespace thermopix::TextLines {
+
+enum class Wrapping { oneLine, asNeeded };
+
+[[nodiscard]] QFont font(const TextStyle& style);
+
+/// Rounded up to whole points.
+[[nodiscard]] Size size(std::string_view text, const TextStyle& style, Wrapping wrapping, double width);
+
+/// From the rectangle's top. A line that is not to wrap ends in an ellipsis where the rectangle does.
+void draw(QPainter& painter, const QRectF& rectangle, std::string_view text, const TextStyle& style, Wrapping wrapping,
+          const QColor& color, Qt::Alignment alignment = Qt::AlignLeft);
+
+}  // namespace thermopix::TextLines

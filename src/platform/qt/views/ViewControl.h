@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QAccessible>
+#include <QMargins>
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+#include "settings/ViewNode.h"
+
+namespace thermopix {
+
+/// Hears what the user does with a control.
+using ReportEvent = std::function<void(const ViewEvent&)>;
+
+/// A widget that shows one node, and can be told to show another of the same kind.
+class ViewControl {
+public:
+    virtual ~ViewControl() = default;
+
+    /// Reports nothing.
+    virtual void show(const ViewNode& node) = 0;
+
+    [[nodiscard]] virtual QWidget& widget() = 0;
+
+    /// How far the widget reaches beyond the node's frame, for a focus ring.
+    [[nodiscard]] virtual QMargins overhang() const { return {}; }
+};
+
+/// A widget that speaks for itself to assistive technology where the toolkit would say too little of it.
+class AccessibleElement {
+public:
+    virtual ~AccessibleElement() = default;
+
+    [[nodiscard]] virtual QAccessible::Role accessibleRole() const = 0;
+    virtual void describeState(QAccessible::State& state) const { (void)state; }
+};
+
+/// Names the widget to tests and to assistive technology; tells the latter only of a new name.
+void setNames(QWidget& widget, const std::string& identifier, const std::string& spoken);
+
+}  // namespace thermopix

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QMenuBar>
+#include <QPointer>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "menubar/Menu.h"
+#include "platform/qt/windows/MenuView.h"
+
+namespace thermopix {
+
+/// The program's menus in a window. Actions of windows and of text fields are done here; what is the program's goes
+/// to `chosen`. Items that no desktop of this kind can do are greyed out.
+class MainMenuBar final : public QMenuBar {
+public:
+    using Chosen = std::function<void(MenuAction)>;
+
+    /// `untitled` is the name of the menu that has none of its own.
+    MainMenuBar(QWidget* window, QString untitled, Chosen chosen);
+    ~MainMenuBar() override;
+
+    void show(const Menu& menu);
+
+private:
+    void perform(MenuAction action);
+    [[nodiscard]] bool canPerform(MenuAction action) const;
+    void focusMoved(QWidget* focused);
+    void removeMenus();
+    void listWindows(QMenu& menu);
+
+    QString untitled_;
+    Chosen chosen_;
+    Menu shown_;
+    std::vector<std::unique_ptr<MenuView>> views_;
+    /// Had the focus before a menu took it.
+    QPointer<QWidget> focused_;
+    /// The entries of open windows, made each time that their menu opens.
+    std::vector<QAction*> windowEntries_;
+};
+
+}  // namespace thermopix

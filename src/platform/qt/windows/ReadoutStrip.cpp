@@ -1,0 +1,180 @@
+#include "platform/qt/windows/ReadoutStrip.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLinearGradient>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <algorithm>
+#include <cmath>
+
+#include "pixels/PixelStyle.h"
+#include "platform/qt/drawing/PixelArt.h"
+#include "platform/qt/drawing/RoleColors.h"
+#include "platform/qt/drawing/ViewPainter.h"
+
+namespace thermopix {
+
+namespace {
+
+constexpr int sidePadding = 9;
+constexpr int edgeMargin = 12;
+
+struct Look {
+    QColor top;
+    QColor bottom;
+    QColor outline;
+    QColor ink;
+};
+
+// A menu bar on a light desktop and on a dark one.
+Look lookFor(const QPalette& palette) {
+    return RoleColors::isDark(palette) ? Look{{58, 58, 64}, {38, 38, 43}, {255, 255, 255, 46}, {255, 255, 255, 235}}
+                                       : Look{{250, 250, 252}, {232, 232, 238}, {0, 0, 0, 56}, {0, 0, 0, 217}};
+}
+
+}  // namespace
+
+ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), menu_(std::move(chosen)) {
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    // Window managers keep a dock above the others, on every workspace and out of taskbars and pagers.
+    setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setFocusPolicy(Qt::StrongFocus);
+    setObjectName(QStringLiteral("status.strip"));
+    menu_.onClosed = [this] {
+        update();
+        if (onMenuDidClose) {
+            onMenuDidClose();
+        }
+    };
+}
+
+void ReadoutStrip::setReadout(const StatusImage& image, const QString& label) {
+    setWindowTitle(label);
+    if (accessibleName() != label) {
+        setAccessibleName(label);
+        setToolTip(label);
+    }
+    image_ = image;
+    const int right = geometry().right();
+    resize(sizeHint());
+    if (isPlaced_) {
+        moveAlongEdge(right - width() + 1);
+    }
+    update();
+}
+
+void ReadoutStrip::present(std::optional<QPoint> position) {
+    resize(sizeHint());
+    isPlaced_ = true;
+    const QRect room = edge();
+    moveAlongEdge(position ? position->x() : room.right() + 1 - width() - edgeMargin);
+    show();
+}
+
+void ReadoutStrip::describeState(QAccessible::State& state) const {
+    state.hasPopup = true;
+    state.expanded = menu_.isVisible();
+}
+
+QSize ReadoutStrip::sizeHint() const {
+    return {static_cast<int>(std::ceil(image_.width())) + 2 * sidePadding,
+            std::max(static_cast<int>(menuBarThickness), static_cast<int>(std::ceil(image_.height())) + 2)};
+}
+
+void ReadoutStrip::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const Look look = lookFor(palette());
+    QLinearGradient ground(0, 0, 0, height());
+    ground.setColorAt(0, look.top);
+    ground.setColorAt(1, look.bottom);
+    painter.fillRect(rect(), ground);
+    if (isDown() || menu_.isVisible()) {
+        QColor veil = look.ink;
+        veil.setAlpha(30);
+        painter.fillRect(rect(), veil);
+    }
+    const double line = 1 / painter.deviceTransform().m11();
+    const QRectF bounds = rect();
+    painter.fillRect(QRectF(0, 0, line, bounds.height()), look.outline);
+    painter.fillRect(QRectF(bounds.width() - line, 0, line, bounds.height()), look.outline);
+    painter.fillRect(QRectF(line, bounds.height() - line, bounds.width() - 2 * line, line), look.outline);
+    PixelArt::draw(painter, rect(), image_, look.ink);
+    if (hasFocus() && QApplication::activeWindow() == this) {
+        ViewPainter::drawFocusRing(painter, rect(), 2, RoleColors::faded(ColorRole::accent, 0.75, palette()));
+    }
+}
+
+void ReadoutStrip::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        grip_ = event->position().toPoint();
+        wasDragged_ = false;
+        setDown(true);
+    } else if (event->button() == Qt::RightButton) {
+        openMenu();
+    }
+}
+
+void ReadoutStrip::mouseMoveEvent(QMouseEvent* event) {
+    if (!grip_) {
+        return;
+    }
+    const int travel = event->position().toPoint().x() - grip_->x();
+    wasDragged_ = wasDragged_ || std::abs(travel) >= QApplication::startDragDistance();
+    if (wasDragged_) {
+        moveAlongEdge(x() + travel);
+    }
+}
+
+void ReadoutStrip::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !grip_) {
+        return;
+    }
+    grip_.reset();
+    setDown(false);
+    if (wasDragged_) {
+        if (onMoved) {
+            onMoved(pos());
+        }
+    } else {
+        openMenu();
+    }
+}
+
+void ReadoutStrip::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Space:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Down:
+        case Qt::Key_Menu:
+            openMenu();
+            break;
+        default:
+            QAbstractButton::keyPressEvent(event);
+    }
+}
+
+void ReadoutStrip::openMenu() {
+    if (onMenuWillOpen) {
+        onMenuWillOpen();
+    }
+    menu_.open(mapToGlobal(QPoint(0, height())));
+    update();
+}
+
+void ReadoutStrip::moveAlongEdge(int left) {
+    const QRect room = edge();
+    move(std::clamp(left, room.left(), std::max(room.left(), room.right() + 1 - width())), room.top());
+}
+
+QRect ReadoutStrip::edge() const {
+    const QScreen* at = QGuiApplication::primaryScreen();
+    return at == nullptr ? QRect() : at->availableGeometry();
+}
+
+}  // namespace thermopix

@@ -1,0 +1,103 @@
+#include "platform/qt/windows/ShellWindow.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace thermopix {
+
+ShellWindow::ShellWindow(const QString& title, const QString& identifier, std::unique_ptr<QWidget> content,
+                         MenuBar menuBar)
+    : QWidget(nullptr, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                           Qt::WindowCloseButtonHint | Qt::CustomizeWindowHint),
+      content_(content.release()),
+      menuBar_(new MainMenuBar(this, QGuiApplication::applicationDisplayName(), [this](MenuAction action) {
+          if (onMainMenu) {
+              onMainMenu(action);
+          }
+      })) {
+    setObjectName(identifier);
+    setWindowTitle(title);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    content_->setFixedSize(content_->size());
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins({});
+    rows->setSpacing(0);
+    if (menuBar == MenuBar::shown) {
+        rows->setMenuBar(menuBar_);
+    } else {
+        menuBar_->hide();
+    }
+    rows->addWidget(content_);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void ShellWindow::setMainMenu(const Menu& menu) {
+    menuBar_->show(menu);
+}
+
+void ShellWindow::present() {
+    if (!wasShown_) {
+        wasShown_ = true;
+        adjustSize();
+        if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+            move(screen->availableGeometry().center() - rect().center());
+        }
+    }
+    if (isMinimized()) {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
+    show();
+    comeForward();
+}
+
+void ShellWindow::comeForward() {
+    raise();
+    activateWindow();
+}
+
+void ShellWindow::discard() {
+    onWillClose = {};
+    onVisibilityChange = {};
+    hide();
+}
+
+void ShellWindow::closeEvent(QCloseEvent* event) {
+    if (isVisible() && onWillClose) {
+        onWillClose();
+    }
+    QWidget::closeEvent(event);
+}
+
+void ShellWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) {
+        reportVisibility();
+    }
+}
+
+void ShellWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    reportVisibility();
+}
+
+void ShellWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    reportVisibility();
+}
+
+void ShellWindow::reportVisibility() {
+    const bool isMiniaturizedNow = isVisible() && isMinimized();
+    const bool isVisibleNow = isVisible() && !isMiniaturizedNow;
+    if (isVisibleNow == toldVisible_ && isMiniaturizedNow == toldMiniaturized_) {
+        return;
+    }
+    toldVisible_ = isVisibleNow;
+    toldMiniaturized_ = isMiniaturizedNow;
+    if (onVisibilityChange) {
+        onVisibilityChange(isVisibleNow, isMiniaturizedNow);
+    }
+}
+
+}  // namespace thermopix

@@ -1,0 +1,22 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QtGlobal>
+
+#include "platform/qt/Appearance.h"
+#include "platform/qt/drawing/ShellStyle.h"
+#include "platform/qt/views/AccessibleViews.h"
+
+/// Real widgets without a display.
+int main(int argumentCount, char** arguments) {
+    testing::InitGoogleTest(&argumentCount, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The toolkit's plug-in says what it does not do; tests look at what happens instead.
+    qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
+    const QApplication application(argumentCount, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new thermopix::ShellStyle);
+    QApplication::setPalette(thermopix::Appearance::lightPalette());
+    thermopix::AccessibleViews::install();
+    return RUN_ALL_TESTS();
+}
