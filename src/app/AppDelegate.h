@@ -24,8 +24,9 @@ public:
     void applicationDidFinishLaunching() override;
     bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
 
+    void showAboutPanel() override;
+
     void showPreferences();
-    void showAboutPanel();
 
     [[nodiscard]] AppEnvironment& environment() { return environment_; }
 

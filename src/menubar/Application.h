@@ -35,6 +35,9 @@ public:
 
     /// The user opened the running program again; true lets the system proceed.
     virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
+
+    /// The user asked for the About panel in the menu bar.
+    virtual void showAboutPanel() = 0;
 };
 
 /// The running program as its desktop sees it. Main thread.

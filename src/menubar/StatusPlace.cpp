@@ -15,4 +15,12 @@ TrayPlace statusPlace(const StatusPlaceFacts& facts) {
     return facts.hasDisplay ? TrayPlace::strip : TrayPlace::terminal;
 }
 
+StatusPlaces statusPlaces(const StatusPlaceOffer& offer) {
+    if (offer.choice == TrayPlace::strip && offer.hasDisplay) {
+        return {.tray = false, .strip = true};
+    }
+    const bool standsIn = offer.choice != TrayPlace::tray && offer.hasDisplay && offer.hasTray == false;
+    return {.tray = true, .strip = standsIn};
+}
+
 }  // namespace thermopix

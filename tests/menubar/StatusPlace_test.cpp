@@ -35,5 +35,31 @@ TEST(StatusPlace, IsTheStripByChoiceOrWhereADisplayHasNoBus) {
     EXPECT_EQ(statusPlace({.choice = TrayPlace::strip}), TrayPlace::terminal);
 }
 
+TEST(StatusPlaces, AreTheTrayAloneWhileThereIsOne) {
+    EXPECT_EQ(statusPlaces({.hasTray = true, .hasDisplay = true}), (StatusPlaces{.tray = true, .strip = false}));
+}
+
+TEST(StatusPlaces, LetTheStripStandInForATrayThatIsNotThere) {
+    EXPECT_EQ(statusPlaces({.hasTray = false, .hasDisplay = true}), (StatusPlaces{.tray = true, .strip = true}));
+}
+
+TEST(StatusPlaces, WaitForTheAnswerWhetherThereIsATray) {
+    EXPECT_EQ(statusPlaces({.hasTray = std::nullopt, .hasDisplay = true}),
+              (StatusPlaces{.tray = true, .strip = false}));
+}
+
+TEST(StatusPlaces, HaveNoStripWithoutADisplay) {
+    EXPECT_EQ(statusPlaces({.hasTray = false}), (StatusPlaces{.tray = true, .strip = false}));
+    EXPECT_EQ(statusPlaces({.choice = TrayPlace::strip, .hasTray = false}),
+              (StatusPlaces{.tray = true, .strip = false}));
+}
+
+TEST(StatusPlaces, FollowTheUsersChoice) {
+    EXPECT_EQ(statusPlaces({.choice = TrayPlace::tray, .hasTray = false, .hasDisplay = true}),
+              (StatusPlaces{.tray = true, .strip = false}));
+    EXPECT_EQ(statusPlaces({.choice = TrayPlace::strip, .hasTray = true, .hasDisplay = true}),
+              (StatusPlaces{.tray = false, .strip = true}));
+}
+
 }  // namespace
 }  // namespace thermopix

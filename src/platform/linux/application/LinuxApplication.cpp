@@ -42,35 +42,72 @@ std::string objectPath() {
     return path;
 }
 
-// What the caller's launcher gave it, handed on so that the compositor lets the window come to the front.
+// What lets a window come to the front: where a launcher leaves it, and how it is handed on. The first that is there
+// holds.
+struct ActivationToken {
+    const char* variable;
+    const char* key;
+};
+constexpr std::array activationTokens{ActivationToken{"XDG_ACTIVATION_TOKEN", "activation-token"},
+                                      ActivationToken{"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
+
+std::string ownActivationToken() {
+    for (const auto& token : activationTokens) {
+        const char* value = std::getenv(token.variable);
+        if (value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return {};
+}
+
 GVariant* platformData() {
-    constexpr std::array<std::array<const char*, 2>, 2> tokens{
-        {{"DESKTOP_STARTUP_ID", "desktop-startup-id"}, {"XDG_ACTIVATION_TOKEN", "activation-token"}}};
     GVariantBuilder data;
     g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
-    for (const auto& [variable, key] : tokens) {
-        if (const char* value = std::getenv(variable)) {
-            g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(value));
+    for (const auto& token : activationTokens) {
+        if (const char* value = std::getenv(token.variable)) {
+            g_variant_builder_add(&data, "{sv}", token.key, g_variant_new_string(value));
         }
     }
     return g_variant_builder_end(&data);
 }
 
+// The platform data are the last argument of every method.
+std::string activationToken(GVariant* parameters) {
+    const GVariantHandle data(g_variant_get_child_value(parameters, g_variant_n_children(parameters) - 1));
+    for (const auto& token : activationTokens) {
+        const char* value = nullptr;
+        if (g_variant_lookup(data.get(), token.key, "&s", &value) != FALSE) {
+            return value;
+        }
+    }
+    return {};
+}
+
 void handleCall(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/, const char* /*interface*/,
-                const char* method, GVariant* /*parameters*/, GDBusMethodInvocation* invocation, gpointer self) {
+                const char* method, GVariant* parameters, GDBusMethodInvocation* invocation, gpointer self) {
     auto& application = *static_cast<LinuxApplication*>(self);
     const bool isActivation = std::string_view(method) != "ActivateAction";
     g_dbus_method_invocation_return_value(invocation, nullptr);
     // There are no documents and no actions of its own: whoever opens the program wants to see it.
     if (isActivation && application.onActivate) {
+        application.useActivationToken(activationToken(parameters));
         application.onActivate();
     }
 }
 
 }  // namespace
 
-LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, GLibMainLoop& mainLoop, DiagnosticLog& log)
-    : bus_(sessionBus), mainLoop_(mainLoop), log_(log) {
+LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, WindowProcess& windows, GLibMainLoop& mainLoop,
+                                   DiagnosticLog& log)
+    : bus_(sessionBus), mainLoop_(mainLoop), log_(log), windows_(windows) {
+    windows_.useActivationToken(ownActivationToken());
+    windows_.onAction = [this](MenuAction action) { perform(action); };
+    windows_.onReopen = [this] {
+        if (onActivate) {
+            onActivate();
+        }
+    };
     if (bus_ != nullptr) {
         closed_ = onClosed(bus_, [this] {
             log_.diag(logCategory, "the session bus is gone; ending");
@@ -121,11 +158,24 @@ void LinuxApplication::terminate() {
 }
 
 void LinuxApplication::activateIgnoringOtherApps() {
-    // Without a window there is nothing to bring forward.
+    windows_.activate();
+}
+
+void LinuxApplication::setActivationPolicy(ActivationPolicy policy) {
+    policy_ = policy;
+    windows_.setActivationPolicy(policy);
 }
 
 void LinuxApplication::showAboutPanel(const AboutPanelContent& content) {
-    log_.diag(logCategory, content.applicationName + " " + content.version);
+    windows_.showAboutPanel(content);
+}
+
+void LinuxApplication::perform(MenuAction action) {
+    if (action == MenuAction::terminate) {
+        terminate();
+    } else if (action == MenuAction::showAboutPanel && onShowAboutPanel) {
+        onShowAboutPanel();
+    }
 }
 
 void LinuxApplication::exportObject() {

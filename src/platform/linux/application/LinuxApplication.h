@@ -1,13 +1,15 @@
 #pragma once
 
 #include <functional>
-#include <vector>
+#include <string>
+#include <utility>
 
 #include "base/Subscription.h"
 #include "menubar/Application.h"
 #include "platform/DiagnosticLog.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/glib/GLibMainLoop.h"
+#include "platform/linux/windows/ApplicationWindows.h"
 
 namespace thermopix {
 
@@ -16,13 +18,22 @@ namespace thermopix {
 class LinuxApplication final : public Application {
 public:
     /// `sessionBus` may be null; all outlive the application.
-    LinuxApplication(GDBusConnection* sessionBus, GLibMainLoop& mainLoop, DiagnosticLog& log);
+    LinuxApplication(GDBusConnection* sessionBus, WindowProcess& windows, GLibMainLoop& mainLoop, DiagnosticLog& log);
     ~LinuxApplication() override;
     LinuxApplication(const LinuxApplication&) = delete;
     LinuxApplication& operator=(const LinuxApplication&) = delete;
 
     /// Called when another start of the program, or the desktop, activates this one.
     std::function<void()> onActivate;
+    /// Called when the user asks for the About panel in the menu bar.
+    std::function<void()> onShowAboutPanel;
+
+    /// The desktop's leave for the next window to come to the front.
+    void useActivationToken(std::string token) { windows_.useActivationToken(std::move(token)); }
+
+    /// Windows on the screen, the About panel among them.
+    [[nodiscard]] bool hasVisibleWindows() const { return windows_.hasVisibleWindows(); }
+    void orderWindowsFront() { windows_.orderAllFront(); }
 
     /// Takes the bus name if it is free; a run that never asks owns no name.
     [[nodiscard]] bool hasOtherRunningInstance() override;
@@ -30,19 +41,20 @@ public:
     void terminate() override;
     void activateIgnoringOtherApps() override;
     [[nodiscard]] ActivationPolicy activationPolicy() const override { return policy_; }
-    void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
-    void setMainMenu(const Menu& menu) override { mainMenu_ = menu; }
+    void setActivationPolicy(ActivationPolicy policy) override;
+    void setMainMenu(const Menu& menu) override { windows_.setMainMenu(menu); }
     void showAboutPanel(const AboutPanelContent& content) override;
 
 private:
     void exportObject();
+    void perform(MenuAction action);
 
     GDBusConnection* bus_;
     GLibMainLoop& mainLoop_;
     DiagnosticLog& log_;
     guint registration_ = 0;
     Subscription closed_;
-    Menu mainMenu_;
+    ApplicationWindows windows_;
     ActivationPolicy policy_ = ActivationPolicy::accessory;
 };
 

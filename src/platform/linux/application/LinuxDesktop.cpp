@@ -5,15 +5,17 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "app/CommandLine.h"
-#include "menubar/StatusPlace.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/glib/GLibSignals.h"
-#include "platform/linux/terminal/TerminalStatusBar.h"
+#include "platform/linux/windows/WindowExecutable.h"
 
 namespace thermopix {
 
@@ -31,32 +33,118 @@ bool hasDisplay(const EnvironmentVariables& variables) {
     });
 }
 
+// What the window process is started with: a launcher's token is handed on when it is wanted, and no later.
+WindowProcess::Options windowOptions(const EnvironmentVariables& variables) {
+    EnvironmentVariables passed = variables;
+    passed.erase("DESKTOP_STARTUP_ID");
+    passed.erase("XDG_ACTIVATION_TOKEN");
+    return {.executable = [variables] { return windowExecutable(runningProgram(), variables); },
+            .variables = std::move(passed)};
+}
+
+// Only on X11 may a window say where it is and stay above the others.
+WindowProcess::Options stripOptions(const EnvironmentVariables& variables) {
+    auto options = windowOptions(variables);
+    if (const auto display = variables.find("DISPLAY"); display != variables.end() && !display->second.empty()) {
+        options.variables.emplace("QT_QPA_PLATFORM", "xcb");
+    }
+    return options;
+}
+
+std::optional<bool> hasTray(TrayPresence presence) {
+    return presence == TrayPresence::unknown ? std::nullopt : std::optional(presence == TrayPresence::present);
+}
+
+constexpr const char* failureTitle = "Thermopix cannot show its windows";
+
 }  // namespace
 
 LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const EnvironmentVariables& variables)
     : platform_(platform),
       // A run in the terminal is a visitor that may stand beside the program of the desktop.
       sessionBus_(isRequested(arguments, Options::terminal) ? nullptr : platform.sessionBus()),
-      application_(sessionBus_, platform.mainLoop(), platform.log()),
-      windows_(platform.log()) {
-    StatusPlaceFacts facts{.isTerminalRequested = isRequested(arguments, Options::terminal),
-                           .hasDisplay = hasDisplay(variables)};
+      hasDisplay_(hasDisplay(variables)),
+      notification_(sessionBus_),
+      windowProcess_(windowOptions(variables), platform.mainLoop(), platform.log()),
+      stripProcess_(stripOptions(variables), platform.mainLoop(), platform.log()),
+      application_(sessionBus_, windowProcess_, platform.mainLoop(), platform.log()),
+      windows_(windowProcess_),
+      popup_(windowProcess_),
+      strip_(stripProcess_, platform.mainLoop(), platform.userDefaults().standard()) {
+    windowsEnd_ = windowProcess_.onEnd([this](const WindowProcessEnd& end) {
+        if (end.isFailure()) {
+            notification_.show(failureTitle, end.failure);
+        }
+    });
+    // The strip comes back by itself; told once is enough.
+    stripEnd_ = stripProcess_.onEnd([this, isTold = false](const WindowProcessEnd& end) mutable {
+        if (end.isFailure() && !std::exchange(isTold, true)) {
+            notification_.show(failureTitle, end.failure);
+        }
+    });
+
     if (sessionBus_ != nullptr) {
-        TrayOptions options;
-        options.settingsFolder = platform.settingsFolder();
-        tray_ = std::make_unique<TrayStatusBar>(sessionBus_, std::move(options), platform.log());
-        facts.hasSessionBus = true;
-        facts.choice = tray_->choices().place;
-        facts.hasTrayWatcher = hasNameOwner(sessionBus_, TrayHostWatch::watcherName);
+        makeTray();
     }
-    if (statusPlace(facts) == TrayPlace::terminal || !tray_) {
+    const bool canShowStrip = hasDisplay_ && windowExecutable(runningProgram(), variables).has_value();
+    const TrayPlace place =
+        statusPlace({.choice = tray_ ? tray_->choices().place : TrayPlace::automatic,
+                     .isTerminalRequested = isRequested(arguments, Options::terminal),
+                     .hasSessionBus = sessionBus_ != nullptr,
+                     .hasDisplay = tray_ ? hasDisplay_ : canShowStrip,
+                     .hasTrayWatcher = tray_ && hasNameOwner(sessionBus_, TrayHostWatch::watcherName)});
+    if (place == TrayPlace::terminal) {
         tray_.reset();
         terminal_ = std::make_unique<TerminalStatusBar>(STDOUT_FILENO, variables, [this] { application_.terminate(); });
+    } else if (tray_) {
+        presence_ = tray_->presence().subscribe([this](TrayPresence presence) {
+            StatusPlaceOffer offer = offer_.value();
+            offer.hasTray = hasTray(presence);
+            offer_.send(offer);
+        });
+        placeItem();
+        placed_ = std::make_unique<PlacedStatusBar>(
+            PlacedStatusBar::Places{.tray = *tray_, .strip = strip_, .offer = offer_}, platform.mainLoop());
+        placed_->onMenu = [this](MenuSource* menu) { popup_.setMenu(menu); };
     }
 }
 
+void LinuxDesktop::makeTray() {
+    TrayOptions options;
+    options.settingsFolder = platform_.settingsFolder();
+    options.showPopup = [this](std::int32_t x, std::int32_t y) {
+        const bool isKnown = x != 0 || y != 0;
+        popup_.open(isKnown ? std::optional(ScreenPoint{x, y}) : std::nullopt);
+    };
+    options.useActivationToken = [this](std::string_view token) {
+        application_.useActivationToken(std::string(token));
+    };
+    tray_ = std::make_unique<TrayStatusBar>(sessionBus_, std::move(options), platform_.log());
+}
+
+void LinuxDesktop::placeItem() {
+    StatusPlaceOffer offer = offer_.value();
+    offer.choice = tray_->choices().place;
+    offer.hasDisplay = hasDisplay_;
+    offer_.send(offer);
+}
+
 StatusBar& LinuxDesktop::statusBar() {
-    return tray_ ? static_cast<StatusBar&>(*tray_) : *terminal_;
+    if (terminal_) {
+        return *terminal_;
+    }
+    return placed_ ? static_cast<StatusBar&>(*placed_) : strip_;
+}
+
+void LinuxDesktop::reopen(ApplicationDelegate& delegate) {
+    if (tray_) {
+        tray_->reload();
+        placeItem();
+    }
+    const bool hasVisibleWindows = application_.hasVisibleWindows();
+    if (delegate.applicationShouldHandleReopen(hasVisibleWindows) && hasVisibleWindows) {
+        application_.orderWindowsFront();
+    }
 }
 
 int LinuxDesktop::run(ApplicationDelegate& delegate) {
@@ -64,15 +152,12 @@ int LinuxDesktop::run(ApplicationDelegate& delegate) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         signals.push_back(observeUnixSignal(number, [this] { application_.terminate(); }));
     }
-    application_.onActivate = [this, &delegate] {
-        if (tray_) {
-            tray_->reload();
-        }
-        delegate.applicationShouldHandleReopen(false);
-    };
+    application_.onActivate = [this, &delegate] { reopen(delegate); };
+    application_.onShowAboutPanel = [&delegate] { delegate.showAboutPanel(); };
     delegate.applicationDidFinishLaunching();
     platform_.mainLoop().run();
     application_.onActivate = nullptr;
+    application_.onShowAboutPanel = nullptr;
     return 0;
 }
 

@@ -3,15 +3,23 @@
 #include <memory>
 
 #include "app/Desktop.h"
+#include "base/Published.h"
+#include "menubar/StatusPlace.h"
 #include "platform/linux/application/LinuxApplication.h"
 #include "platform/linux/application/LinuxPlatform.h"
 #include "platform/linux/terminal/TerminalStatusBar.h"
 #include "platform/linux/tray/TrayStatusBar.h"
-#include "settings/UnavailableWindows.h"
+#include "platform/linux/windows/DesktopNotification.h"
+#include "platform/linux/windows/PlacedStatusBar.h"
+#include "platform/linux/windows/ProcessWindow.h"
+#include "platform/linux/windows/StatusMenuPopup.h"
+#include "platform/linux/windows/StripStatusBar.h"
+#include "platform/linux/windows/WindowProcess.h"
 
 namespace thermopix {
 
-/// A Linux session: the status item in its tray or in the terminal, the program on its bus. Main thread.
+/// A Linux session: the status item in its tray, in the strip or in the terminal, the program on its bus, the windows
+/// in a process of their own. Main thread.
 class LinuxDesktop final : public Desktop {
 public:
     /// `platform` outlives the desktop.
@@ -23,12 +31,28 @@ public:
     [[nodiscard]] int run(ApplicationDelegate& delegate) override;
 
 private:
+    void makeTray();
+    void reopen(ApplicationDelegate& delegate);
+    void placeItem();
+
     LinuxPlatform& platform_;
     GDBusConnection* sessionBus_;
+    bool hasDisplay_;
+    DesktopNotification notification_;
+    WindowProcess windowProcess_;
+    WindowProcess stripProcess_;
+    Subscription windowsEnd_;
+    Subscription stripEnd_;
     LinuxApplication application_;
-    UnavailableWindows windows_;
-    /// Exactly one of them is there.
+    ProcessWindowSystem windows_;
+    StatusMenuPopup popup_;
+    StripStatusBar strip_;
+    /// Where there is a bus.
     std::unique_ptr<TrayStatusBar> tray_;
+    Published<StatusPlaceOffer> offer_{StatusPlaceOffer{}};
+    Subscription presence_;
+    /// At most one of them is there; else the item is in the strip.
+    std::unique_ptr<PlacedStatusBar> placed_;
     std::unique_ptr<TerminalStatusBar> terminal_;
 };
 

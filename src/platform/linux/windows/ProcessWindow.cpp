@@ -1,0 +1,96 @@
+#include "platform/linux/windows/ProcessWindow.h"
+
+#include <utility>
+#include <variant>
+
+namespace thermopix {
+
+ProcessWindow::ProcessWindow(WindowProcess& process, WindowId id, WindowDescription description)
+    : process_(process),
+      id_(id),
+      description_(std::move(description)),
+      events_(process.onEvent([this](const WindowEvent& event) { handle(event); })),
+      end_(process.onEnd([this](const WindowProcessEnd& end) { processEnded(end); })) {}
+
+ProcessWindow::~ProcessWindow() {
+    process_.send(DiscardWindow{id_});
+}
+
+void ProcessWindow::show() {
+    process_.send(ShowWindow{id_, description_});
+    isMiniaturized_ = false;
+    if (!std::exchange(isVisible_, true)) {
+        isShowing_ = true;
+        mayShowAgain_ = true;
+        visibilityChanged_.tell(true);
+    }
+}
+
+void ProcessWindow::makeKeyAndOrderFront() {
+    process_.send(OrderWindowFront{id_});
+}
+
+void ProcessWindow::setContent(const ViewNode& root) {
+    process_.send(SetWindowContent{id_, root});
+}
+
+Subscription ProcessWindow::onWillClose(std::function<void()> handler) {
+    return willClose_.add(std::move(handler));
+}
+
+Subscription ProcessWindow::onVisibilityChange(std::function<void(bool)> handler) {
+    return visibilityChanged_.add(std::move(handler));
+}
+
+Subscription ProcessWindow::onEvent(std::function<void(const ViewEvent&)> handler) {
+    return operated_.add(std::move(handler));
+}
+
+void ProcessWindow::handle(const WindowEvent& event) {
+    if (const auto* operated = std::get_if<ControlOperated>(&event); operated != nullptr && operated->window == id_) {
+        operated_.tell(operated->event);
+    } else if (const auto* change = std::get_if<WindowVisibilityChanged>(&event);
+               change != nullptr && change->window == id_) {
+        changed(*change);
+    } else if (const auto* closing = std::get_if<WindowWillClose>(&event);
+               closing != nullptr && closing->window == id_ && !isShowing_) {
+        willClose_.tell();
+    }
+}
+
+void ProcessWindow::changed(const WindowVisibilityChanged& change) {
+    if (isShowing_ && !change.isVisible) {
+        return;
+    }
+    isShowing_ = false;
+    isMiniaturized_ = change.isMiniaturized;
+    if (std::exchange(isVisible_, change.isVisible) != change.isVisible) {
+        visibilityChanged_.tell(change.isVisible);
+    }
+}
+
+void ProcessWindow::processEnded(const WindowProcessEnd& end) {
+    if (isShowing_ && !end.isFailure() && std::exchange(mayShowAgain_, false)) {
+        // The process was about to end with its last window when it was asked for this one.
+        isVisible_ = false;
+        visibilityChanged_.tell(false);
+        isVisible_ = true;
+        process_.send(ShowWindow{id_, description_});
+        visibilityChanged_.tell(true);
+        return;
+    }
+    isShowing_ = false;
+    if (isVisible_ || isMiniaturized_) {
+        willClose_.tell();
+        isMiniaturized_ = false;
+        if (std::exchange(isVisible_, false)) {
+            visibilityChanged_.tell(false);
+        }
+    }
+}
+
+std::unique_ptr<Window> ProcessWindowSystem::makeWindow(const WindowDescription& description) {
+    return std::make_unique<ProcessWindow>(process_, ++lastId_, description);
+}
+
+}  // namespace thermopix

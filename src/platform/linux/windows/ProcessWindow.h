@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "base/Observers.h"
+#include "platform/linux/windows/WindowProcess.h"
+#include "settings/Window.h"
+
+namespace thermopix {
+
+/// A window shown by the window process. It counts as visible from `show()` on, and as closed when the process ends.
+class ProcessWindow final : public Window {
+public:
+    /// `process` outlives the window.
+    ProcessWindow(WindowProcess& process, WindowId id, WindowDescription description);
+    ~ProcessWindow() override;
+    ProcessWindow(const ProcessWindow&) = delete;
+    ProcessWindow& operator=(const ProcessWindow&) = delete;
+
+    void show() override;
+    void makeKeyAndOrderFront() override;
+    [[nodiscard]] bool isVisible() const override { return isVisible_; }
+    [[nodiscard]] bool isMiniaturized() const override { return isMiniaturized_; }
+    void setContent(const ViewNode& root) override;
+    [[nodiscard]] Subscription onWillClose(std::function<void()> handler) override;
+    [[nodiscard]] Subscription onVisibilityChange(std::function<void(bool)> handler) override;
+    [[nodiscard]] Subscription onEvent(std::function<void(const ViewEvent&)> handler) override;
+
+private:
+    void handle(const WindowEvent& event);
+    void changed(const WindowVisibilityChanged& change);
+    void processEnded(const WindowProcessEnd& end);
+
+    WindowProcess& process_;
+    WindowId id_;
+    WindowDescription description_;
+    bool isVisible_ = false;
+    bool isMiniaturized_ = false;
+    /// Until the process says that the window is shown; what it says of the window before was on its way already.
+    bool isShowing_ = false;
+    bool mayShowAgain_ = false;
+    Observers<> willClose_;
+    Observers<bool> visibilityChanged_;
+    Observers<ViewEvent> operated_;
+    Subscription events_;
+    Subscription end_;
+};
+
+/// Makes windows of the window process. Main thread.
+class ProcessWindowSystem final : public WindowSystem {
+public:
+    /// `process` outlives the system.
+    explicit ProcessWindowSystem(WindowProcess& process) : process_(process) {}
+
+    [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description) override;
+
+private:
+    WindowProcess& process_;
+    WindowId lastId_ = aboutPanelWindow;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/Platform.h"
+#include "base/Observers.h"
+#include "messages/WindowEvent.h"
+#include "messages/WindowRequest.h"
+#include "platform/DiagnosticLog.h"
+#include "platform/MainLoop.h"
+#include "platform/linux/windows/ChildProcess.h"
+#include "platform/linux/windows/MessageChannel.h"
+
+namespace thermopix {
+
+/// How a window process ended, or that it could not be started.
+struct WindowProcessEnd {
+    /// A sentence for the user; empty when the process ended by itself in good order.
+    std::string failure;
+
+    [[nodiscard]] bool isFailure() const { return !failure.empty(); }
+};
+
+/// The process that shows the windows: started by the first request to show something, gone with its last window, and
+/// started anew by the next such request, whatever became of it. Handlers run on the main loop, never inside `send`,
+/// apart from those of a start, and do not end this object. Main thread.
+class WindowProcess {
+public:
+    struct Options {
+        /// Asked at each start; none when it is not installed.
+        std::function<std::optional<std::filesystem::path>()> executable;
+        /// The whole environment of the process. Without a display in it, there is no start.
+        EnvironmentVariables variables;
+    };
+
+    /// `mainLoop` and `log` outlive the process.
+    WindowProcess(Options options, MainLoop& mainLoop, DiagnosticLog& log);
+    ~WindowProcess();
+    WindowProcess(const WindowProcess&) = delete;
+    WindowProcess& operator=(const WindowProcess&) = delete;
+
+    /// Without a running process, a request that shows nothing is dropped.
+    void send(const WindowRequest& request);
+
+    [[nodiscard]] bool isRunning() const { return running_ != nullptr; }
+
+    /// A process was started and knows nothing yet; what is sent inside the handler comes before all else.
+    [[nodiscard]] Subscription onStart(std::function<void()> handler) { return started_.add(std::move(handler)); }
+    [[nodiscard]] Subscription onEvent(std::function<void(const WindowEvent&)> handler) {
+        return events_.add(std::move(handler));
+    }
+    /// Nothing of it is on the screen any more.
+    [[nodiscard]] Subscription onEnd(std::function<void(const WindowProcessEnd&)> handler) {
+        return ended_.add(std::move(handler));
+    }
+
+private:
+    struct Running;
+
+    [[nodiscard]] bool start();
+    [[nodiscard]] std::string startFailure();
+    void received(std::string_view line);
+    void channelEnded(MessageChannel::End end);
+    void exited(int status);
+    /// Ends a process that cannot be trusted.
+    void condemn(std::string reason);
+    void report(std::string failure);
+
+    Options options_;
+    MainLoop& mainLoop_;
+    DiagnosticLog& log_;
+    std::unique_ptr<Running> running_;
+    /// For the next process, while the last one is ending.
+    std::vector<WindowRequest> waiting_;
+    Subscription startFailed_;
+    Observers<> started_;
+    Observers<WindowEvent> events_;
+    Observers<WindowProcessEnd> ended_;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,119 @@
+#include "platform/linux/windows/ApplicationWindows.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "messages/Messages.h"
+#include "platform/linux/windows/WindowStage.h"
+
+namespace thermopix {
+namespace {
+
+class ApplicationWindowsTest : public WindowStage {
+protected:
+    using Requests = std::vector<WindowRequest>;
+
+    std::shared_ptr<WindowStandIn> start() {
+        process->send(ShowAboutPanel{});
+        auto run = nextReadyRun();
+        EXPECT_TRUE(settle(run));
+        run->requests.clear();
+        return run;
+    }
+
+    [[nodiscard]] bool untilEvents(std::size_t count) {
+        return until([&] { return events.size() >= count; });
+    }
+
+    std::unique_ptr<ApplicationWindows> windows = std::make_unique<ApplicationWindows>(*process);
+};
+
+TEST_F(ApplicationWindowsTest, TellEveryNewProcessWhatTheWindowsHaveInCommon) {
+    windows->setMainMenu(Messages::menu());
+    windows->setActivationPolicy(ActivationPolicy::regular);
+    windows->useActivationToken("token");
+    EXPECT_FALSE(process->isRunning());
+    const AboutPanelContent about{
+        .applicationName = "Thermopix", .version = "1.2 (34)", .credits = "", .creditsStyle = {}};
+    windows->showAboutPanel(about);
+    auto run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 4));
+    EXPECT_EQ(run->requests, (Requests{UseActivationToken{"token"}, SetMainMenu{Messages::menu()},
+                                       SetActivationPolicy{ActivationPolicy::regular}, ShowAboutPanel{about}}));
+    run->command("abort");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    windows->setActivationPolicy(ActivationPolicy::accessory);
+    windows->showAboutPanel(about);
+    run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 3));
+    EXPECT_EQ(run->requests, (Requests{SetMainMenu{Messages::menu()}, SetActivationPolicy{ActivationPolicy::accessory},
+                                       ShowAboutPanel{about}}));
+}
+
+TEST_F(ApplicationWindowsTest, TellARunningProcessWhatChanges) {
+    const auto run = start();
+    windows->setActivationPolicy(ActivationPolicy::regular);
+    windows->setMainMenu(Messages::menu());
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests, (Requests{SetActivationPolicy{ActivationPolicy::regular}, SetMainMenu{Messages::menu()}}));
+}
+
+TEST_F(ApplicationWindowsTest, UseATokenOnce) {
+    const auto run = start();
+    windows->useActivationToken("first");
+    windows->useActivationToken("second");
+    windows->activate();
+    windows->activate();
+    ASSERT_TRUE(untilRequests(run, 1));
+    EXPECT_EQ(run->requests, Requests{UseActivationToken{"second"}});
+}
+
+TEST_F(ApplicationWindowsTest, KeepATokenUntilThereIsAWindow) {
+    windows->useActivationToken("token");
+    windows->activate();
+    process->send(ShowAboutPanel{});
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests, (Requests{UseActivationToken{"token"}, ShowAboutPanel{}}));
+}
+
+TEST_F(ApplicationWindowsTest, KnowWhichWindowsAreVisibleAndBringThemForward) {
+    const auto run = start();
+    EXPECT_FALSE(windows->hasVisibleWindows());
+    run->say(WindowVisibilityChanged{aboutPanelWindow, true, false});
+    run->say(WindowVisibilityChanged{1, true, false});
+    run->say(WindowVisibilityChanged{2, true, false});
+    run->say(WindowVisibilityChanged{2, false, true});
+    ASSERT_TRUE(untilEvents(4));
+    EXPECT_TRUE(windows->hasVisibleWindows());
+    windows->useActivationToken("token");
+    windows->orderAllFront();
+    ASSERT_TRUE(untilRequests(run, 3));
+    EXPECT_EQ(run->requests,
+              (Requests{UseActivationToken{"token"}, OrderWindowFront{aboutPanelWindow}, OrderWindowFront{1}}));
+    run->command("abort");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    EXPECT_FALSE(windows->hasVisibleWindows());
+}
+
+TEST_F(ApplicationWindowsTest, HandOnWhatTheMenuBarAndTheTaskbarAskFor) {
+    const auto run = start();
+    run->say(MainMenuActionChosen{MenuAction::terminate});
+    run->say(Reopened{});
+    ASSERT_TRUE(untilEvents(2));
+    std::vector<MenuAction> actions;
+    int reopenings = 0;
+    windows->onAction = [&](MenuAction action) { actions.push_back(action); };
+    windows->onReopen = [&] { ++reopenings; };
+    run->say(MainMenuActionChosen{MenuAction::showAboutPanel});
+    run->say(MainMenuActionChosen{MenuAction::terminate});
+    run->say(Reopened{});
+    ASSERT_TRUE(untilEvents(5));
+    EXPECT_EQ(actions, (std::vector{MenuAction::showAboutPanel, MenuAction::terminate}));
+    EXPECT_EQ(reopenings, 1);
+}
+
+}  // namespace
+}  // namespace thermopix

@@ -1,0 +1,221 @@
+#include "platform/linux/windows/ProcessWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "messages/Messages.h"
+#include "platform/linux/windows/WindowStage.h"
+
+namespace thermopix {
+namespace {
+
+const WindowDescription description{.title = "Settings", .width = 720, .height = 520, .identifier = "prefs.window"};
+
+ViewNode named(const std::string& text) {
+    ViewNode node;
+    node.text = text;
+    return node;
+}
+
+class ProcessWindowTest : public WindowStage {
+protected:
+    ProcessWindowTest() {
+        close_ = window->onWillClose([this] { words.push_back(window->isVisible() ? "closing visible" : "closing"); });
+        visibility_ = window->onVisibilityChange([this](bool isVisible) {
+            EXPECT_EQ(window->isVisible(), isVisible);
+            words.emplace_back(isVisible ? "visible" : "hidden");
+            if (isVisible) {
+                window->setContent(named("drawn"));
+            }
+        });
+        event_ =
+            window->onEvent([this](const ViewEvent& event) { words.push_back(event.identifier + "=" + event.value); });
+    }
+
+    // Shown, and the process has said so.
+    std::shared_ptr<WindowStandIn> showIt() {
+        window->show();
+        auto run = nextReadyRun();
+        EXPECT_TRUE(untilRequests(run, 2));
+        run->say(WindowVisibilityChanged{1, true, false});
+        EXPECT_TRUE(until([&] { return !events.empty(); }));
+        events.clear();
+        run->requests.clear();
+        words.clear();
+        return run;
+    }
+
+    [[nodiscard]] bool untilEvents(std::size_t count) {
+        return until([&] { return events.size() >= count; });
+    }
+
+    using Words = std::vector<std::string>;
+
+    std::unique_ptr<ProcessWindowSystem> system = std::make_unique<ProcessWindowSystem>(*process);
+    std::unique_ptr<Window> window = system->makeWindow(description);
+    Words words;
+
+private:
+    Subscription close_;
+    Subscription visibility_;
+    Subscription event_;
+};
+
+TEST_F(ProcessWindowTest, CostsNoProcessBeforeItIsShown) {
+    window->setContent(named("early"));
+    window->makeKeyAndOrderFront();
+    EXPECT_FALSE(process->isRunning());
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(window->isMiniaturized());
+    EXPECT_TRUE(words.empty());
+}
+
+TEST_F(ProcessWindowTest, CountsAsVisibleAtOnce) {
+    window->show();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(words, Words{"visible"});
+    window->makeKeyAndOrderFront();
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 3));
+    EXPECT_EQ(run->requests, (std::vector<WindowRequest>{ShowWindow{1, description},
+                                                         SetWindowContent{1, named("drawn")}, OrderWindowFront{1}}));
+}
+
+TEST_F(ProcessWindowTest, ToldToBeVisibleTwiceSaysSoOnce) {
+    const auto run = showIt();
+    window->show();
+    run->say(WindowVisibilityChanged{1, true, false});
+    ASSERT_TRUE(untilEvents(1));
+    EXPECT_TRUE(words.empty());
+    ASSERT_TRUE(settle(run));
+    EXPECT_EQ(run->requests, (std::vector<WindowRequest>{ShowWindow{1, description}}));
+}
+
+TEST_F(ProcessWindowTest, HandsOnWhatTheUserDoes) {
+    const auto run = showIt();
+    run->say(ControlOperated{1, {.identifier = "prefs.unit", .value = "fahrenheit"}});
+    run->say(ControlOperated{2, {.identifier = "other", .value = ""}});
+    ASSERT_TRUE(untilEvents(2));
+    EXPECT_EQ(words, Words{"prefs.unit=fahrenheit"});
+}
+
+TEST_F(ProcessWindowTest, CountsAsVisibleWhileItIsAboutToClose) {
+    const auto run = showIt();
+    run->say(WindowWillClose{2});
+    run->say(WindowVisibilityChanged{2, false, false});
+    run->say(WindowWillClose{1});
+    run->say(WindowVisibilityChanged{1, false, false});
+    ASSERT_TRUE(untilEvents(4));
+    EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
+    EXPECT_FALSE(window->isVisible());
+    run->command("exit 0");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    EXPECT_EQ(words.size(), 2U);
+}
+
+TEST_F(ProcessWindowTest, IsNotVisibleWhileMiniaturized) {
+    const auto run = showIt();
+    run->say(WindowVisibilityChanged{1, false, true});
+    ASSERT_TRUE(untilEvents(1));
+    EXPECT_TRUE(window->isMiniaturized());
+    run->say(WindowVisibilityChanged{1, true, false});
+    ASSERT_TRUE(untilEvents(2));
+    EXPECT_FALSE(window->isMiniaturized());
+    EXPECT_EQ(words, (Words{"hidden", "visible"}));
+}
+
+TEST_F(ProcessWindowTest, ComesBackFromTheTaskbarWhenShown) {
+    const auto run = showIt();
+    run->say(WindowVisibilityChanged{1, false, true});
+    ASSERT_TRUE(untilEvents(1));
+    window->show();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(window->isMiniaturized());
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests.front(), WindowRequest(ShowWindow{1, description}));
+}
+
+TEST_F(ProcessWindowTest, ClosesWhenItsProcessDies) {
+    const auto run = showIt();
+    run->command("abort");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(ProcessWindowTest, ClosesWhenItsProcessDiesWhileItIsMiniaturized) {
+    const auto run = showIt();
+    run->say(WindowVisibilityChanged{1, false, true});
+    ASSERT_TRUE(untilEvents(1));
+    run->command("abort");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    EXPECT_EQ(words, (Words{"hidden", "closing"}));
+    EXPECT_FALSE(window->isMiniaturized());
+}
+
+TEST_F(ProcessWindowTest, ClosesWhenThereIsNoProcessToShowIt) {
+    executable.clear();
+    window->show();
+    EXPECT_EQ(words, Words{"visible"});
+    loop.runPending();
+    EXPECT_EQ(words, (Words{"visible", "closing visible", "hidden"}));
+}
+
+TEST_F(ProcessWindowTest, IsShownAnewAfterACrash) {
+    showIt()->command("abort");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    window->show();
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests,
+              (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")}}));
+}
+
+TEST_F(ProcessWindowTest, ShownWhileItsProcessIsEndingComesUpInTheNext) {
+    auto run = showIt();
+    // The user closes the last window; before the program hears of it, the window is wanted again.
+    run->say(WindowWillClose{1});
+    run->say(WindowVisibilityChanged{1, false, false});
+    ASSERT_TRUE(untilEvents(2));
+    words.clear();
+    window->show();
+    run->say(WindowWillClose{1});
+    run->say(WindowVisibilityChanged{1, false, false});
+    run->command("exit 0");
+    run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests,
+              (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")}}));
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(words, (Words{"visible", "hidden", "visible"}));
+}
+
+TEST_F(ProcessWindowTest, ShownInVainTwiceCountsAsClosed) {
+    window->show();
+    nextReadyRun()->command("exit 0");
+    nextReadyRun()->command("exit 0");
+    ASSERT_TRUE(until([&] { return ends.size() == 2; }));
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(process->isRunning());
+}
+
+TEST_F(ProcessWindowTest, LeavesTheScreenWithItsObject) {
+    const auto run = showIt();
+    window.reset();
+    ASSERT_TRUE(untilRequests(run, 1));
+    EXPECT_EQ(run->requests.front(), WindowRequest(DiscardWindow{1}));
+}
+
+TEST_F(ProcessWindowTest, HasANumberOfItsOwn) {
+    const auto run = showIt();
+    const auto other = system->makeWindow({.title = "Other", .width = 1, .height = 1, .identifier = "other"});
+    other->show();
+    ASSERT_TRUE(untilRequests(run, 1));
+    EXPECT_EQ(std::get<ShowWindow>(run->requests.front()).window, 2U);
+}
+
+}  // namespace
+}  // namespace thermopix

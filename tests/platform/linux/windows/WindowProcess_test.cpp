@@ -1,0 +1,385 @@
+#include "platform/linux/windows/WindowProcess.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "messages/Messages.h"
+#include "messages/WindowProtocol.h"
+#include "platform/linux/windows/WindowStage.h"
+
+namespace thermopix {
+namespace {
+
+using namespace std::chrono_literals;
+
+const WindowRequest settings = ShowWindow{1, {.title = "Settings", .width = 720, .height = 520, .identifier = "s"}};
+
+WindowRequest content(std::size_t number, std::size_t bytes = 10, WindowId window = 1) {
+    ViewNode node;
+    node.identifier = std::to_string(number);
+    node.text = std::string(bytes, 'x');
+    return SetWindowContent{window, node};
+}
+
+std::size_t openDescriptors() {
+    const std::filesystem::directory_iterator entries("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+// Those that the test itself was started with, and the socket.
+std::string inheritableDescriptors() {
+    constexpr int enough = 1024;
+    std::string numbers;
+    for (int descriptor = 0; descriptor < enough; ++descriptor) {
+        const int flags = fcntl(descriptor, F_GETFD);
+        if (descriptor == ChildProcess::inheritedDescriptor || (flags >= 0 && (flags & FD_CLOEXEC) == 0)) {
+            numbers += " " + std::to_string(descriptor);
+        }
+    }
+    return numbers;
+}
+
+class WindowProcessTest : public WindowStage {
+protected:
+    [[nodiscard]] bool untilEnd(std::size_t count = 1) {
+        return until([&] { return ends.size() >= count; });
+    }
+
+    void expectFailure(const std::string& sentence) {
+        ASSERT_TRUE(untilEnd());
+        EXPECT_EQ(ends, std::vector<std::string>{sentence});
+        EXPECT_EQ(log.lines, std::vector<std::string>{"windows: " + sentence});
+        EXPECT_FALSE(process->isRunning());
+    }
+};
+
+TEST_F(WindowProcessTest, IsStartedByTheFirstRequestThatShowsSomething) {
+    process->send(SetMainMenu{Messages::menu()});
+    process->send(content(1));
+    process->send(HideStrip{});
+    EXPECT_FALSE(process->isRunning());
+    process->send(settings);
+    EXPECT_TRUE(process->isRunning());
+    process->send(content(2));
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests, (std::vector{settings, content(2)}));
+    EXPECT_TRUE(log.lines.empty());
+}
+
+TEST_F(WindowProcessTest, IsStartedByEverythingThatShowsSomething) {
+    for (const WindowRequest& request :
+         std::vector<WindowRequest>{settings, ShowAboutPanel{}, OpenPopupMenu{}, ShowStrip{}}) {
+        ends.clear();
+        process->send(request);
+        const auto run = nextReadyRun();
+        ASSERT_TRUE(untilRequests(run, 1));
+        EXPECT_EQ(run->requests.front(), request);
+        run->command("exit 0");
+        ASSERT_TRUE(untilEnd());
+    }
+}
+
+TEST_F(WindowProcessTest, HearsFirstWhatTheHandlerOfItsStartSends) {
+    const auto start = process->onStart([this] { process->send(SetActivationPolicy{ActivationPolicy::regular}); });
+    process->send(settings);
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(untilRequests(run, 2));
+    EXPECT_EQ(run->requests, (std::vector<WindowRequest>{SetActivationPolicy{ActivationPolicy::regular}, settings}));
+}
+
+TEST_F(WindowProcessTest, DeliversEveryEventInOrder) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    auto expected = Messages::events();
+    expected.erase(expected.begin());
+    for (const auto& event : expected) {
+        run->say(event);
+    }
+    ASSERT_TRUE(until([&] { return events.size() >= expected.size(); }));
+    EXPECT_EQ(events, expected);
+}
+
+TEST_F(WindowProcessTest, InheritsNothingButTheStandardStreamsAndItsSocket) {
+    signal(SIGPIPE, SIG_IGN);
+    process->send(settings);
+    const auto run = nextReadyRun();
+    EXPECT_EQ(run->toldAfter("descriptors"), inheritableDescriptors());
+    EXPECT_EQ(run->toldAfter("SIGPIPE "), "default");
+}
+
+TEST_F(WindowProcessTest, EndsQuietlyAndIsStartedAnew) {
+    for (std::size_t round = 1; round <= 3; ++round) {
+        process->send(settings);
+        const auto run = nextReadyRun();
+        ASSERT_TRUE(untilRequests(run, 1));
+        run->command("exit 0");
+        ASSERT_TRUE(untilEnd(round));
+        EXPECT_FALSE(process->isRunning());
+        EXPECT_TRUE(run->isReaped());
+    }
+    EXPECT_EQ(ends, (std::vector<std::string>{"", "", ""}));
+    EXPECT_TRUE(log.lines.empty());
+}
+
+TEST_F(WindowProcessTest, DeliversItsLastWords) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    for (WindowId window = 1; window <= 2000; ++window) {
+        run->say(WindowWillClose{window});
+    }
+    run->command("exit 0");
+    ASSERT_TRUE(untilEnd());
+    ASSERT_EQ(events.size(), 2000U);
+    EXPECT_EQ(events.back(), WindowEvent(WindowWillClose{2000}));
+}
+
+TEST_F(WindowProcessTest, LeavesNoDescriptorAndNoZombieBehind) {
+    const auto round = [&](const std::string& ending) {
+        ends.clear();
+        process->send(settings);
+        const auto run = nextReadyRun();
+        run->command(ending);
+        EXPECT_TRUE(untilEnd());
+        EXPECT_TRUE(run->isReaped());
+    };
+    round("exit 0");
+    const std::size_t before = openDescriptors();
+    for (const char* ending : {"exit 0", "exit 1", "abort", "say garbage", "exit 0", "abort"}) {
+        round(ending);
+    }
+    // The stage holds one more for each run.
+    EXPECT_EQ(openDescriptors(), before + 6);
+}
+
+TEST_F(WindowProcessTest, TellsWhenItIsNotInstalled) {
+    executable.clear();
+    process->send(settings);
+    process->send(content(1));
+    process->send(ShowAboutPanel{});
+    EXPECT_TRUE(ends.empty()) << "told inside the call";
+    expectFailure("thermopix-windows is not installed.");
+}
+
+TEST_F(WindowProcessTest, IsLookedForAgainAtTheNextRequest) {
+    executable.clear();
+    process->send(settings);
+    ASSERT_TRUE(untilEnd());
+    process->send(settings);
+    ASSERT_TRUE(untilEnd(2));
+    EXPECT_EQ(log.lines.size(), 2U);
+    executable = THERMOPIX_WINDOW_STAND_IN;
+    process->send(settings);
+    EXPECT_TRUE(untilRequests(nextReadyRun(), 1));
+}
+
+TEST_F(WindowProcessTest, TellsWhenItCannotBeExecuted) {
+    executable = folder.path() / "broken";
+    folder.write("broken", "\x7F not a program");
+    std::filesystem::permissions(executable, std::filesystem::perms::owner_all);
+    process->send(settings);
+    expectFailure(executable.string() + " cannot be started: Exec format error.");
+}
+
+TEST_F(WindowProcessTest, IsNotStartedWithoutADisplay) {
+    for (const EnvironmentVariables& variables :
+         std::vector<EnvironmentVariables>{{}, {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}}}) {
+        auto without = options();
+        without.variables = variables;
+        WindowProcess blind(without, loop, log);
+        std::string failure;
+        const auto end = blind.onEnd([&](const WindowProcessEnd& ended) { failure = ended.failure; });
+        blind.send(settings);
+        loop.runPending();
+        EXPECT_EQ(failure, "There is no display to show windows on.");
+    }
+}
+
+TEST_F(WindowProcessTest, TellsHowItDied) {
+    process->send(settings);
+    nextReadyRun()->command("abort");
+    expectFailure("thermopix-windows was ended by signal 6 (Aborted).");
+}
+
+TEST_F(WindowProcessTest, TellsThatItFailed) {
+    process->send(settings);
+    nextReadyRun()->command("exit 3");
+    expectFailure("thermopix-windows ended with status 3.");
+}
+
+TEST_F(WindowProcessTest, TellsThatItDiedBeforeItCameUp) {
+    process->send(settings);
+    nextRun()->command("exit 0");
+    expectFailure("thermopix-windows ended before it came up.");
+}
+
+TEST_F(WindowProcessTest, MayDieInTheMiddleOfAMessage) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->command(R"(mumble {"windowWillClose":{"win)");
+    run->command("exit 1");
+    expectFailure("thermopix-windows ended with status 1.");
+    EXPECT_TRUE(events.empty());
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenItDoesNotMakeSense) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->command("stubborn");
+    run->command(R"(say {"windowWillClose":{"window":1}})");
+    run->command(R"(say {"windowWillClose":{"window":"one"}})");
+    run->command(R"(say {"windowWillClose":{"window":2}})");
+    expectFailure("thermopix-windows sent a malformed message.");
+    EXPECT_EQ(events, std::vector<WindowEvent>{WindowWillClose{1}});
+    EXPECT_TRUE(run->isReaped());
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenItTalksBeforeItsHello) {
+    process->send(settings);
+    nextRun()->say(WindowWillClose{1});
+    expectFailure("thermopix-windows sent a malformed message.");
+    EXPECT_TRUE(events.empty());
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenItSaysHelloTwice) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->sayHello();
+    expectFailure("thermopix-windows sent a malformed message.");
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenItIsOfAnotherVersion) {
+    process->send(settings);
+    nextRun()->say(Hello{WindowProtocol::version + 1});
+    expectFailure("thermopix-windows is of another version than this program.");
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenALineHasNoEnd) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->command("flood 100000000");
+    expectFailure("thermopix-windows sent an endless message.");
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenItDoesNotComeUp) {
+    process->send(settings);
+    const auto run = nextRun();
+    loop.advance(29s);
+    EXPECT_TRUE(ends.empty());
+    loop.advance(1s);
+    expectFailure("thermopix-windows did not come up.");
+    EXPECT_TRUE(run->isReaped());
+}
+
+TEST_F(WindowProcessTest, MayLiveAsLongAsItLikesOnceItIsUp) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->say(WindowWillClose{1});
+    ASSERT_TRUE(until([&] { return !events.empty(); }));
+    loop.advance(24h);
+    EXPECT_TRUE(process->isRunning());
+    EXPECT_TRUE(settle(run));
+}
+
+TEST_F(WindowProcessTest, MakesRoomForTheNextWhenItClosesItsSocket) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(settle(run));
+    run->command("close");
+    // Requests go to the next process from then on.
+    ASSERT_TRUE(until([&] { return loop.activeTimerCount() == 1; }));
+    process->send(ShowAboutPanel{});
+    process->send(SetActivationPolicy{ActivationPolicy::regular});
+    run->command("exit 0");
+    const auto next = nextReadyRun();
+    ASSERT_TRUE(untilRequests(next, 2));
+    EXPECT_EQ(next->requests,
+              (std::vector<WindowRequest>{ShowAboutPanel{}, SetActivationPolicy{ActivationPolicy::regular}}));
+    EXPECT_EQ(ends, std::vector<std::string>{""});
+}
+
+TEST_F(WindowProcessTest, IsEndedWhenItLivesOnWithoutItsSocket) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(settle(run));
+    run->command("close");
+    ASSERT_TRUE(until([&] { return loop.activeTimerCount() == 1; }));
+    loop.advance(5s);
+    expectFailure("thermopix-windows was ended by signal 9 (Killed).");
+}
+
+TEST_F(WindowProcessTest, NeverHoldsUpTheProgramAndSeesOnlyTheNewestContent) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(settle(run));
+    run->requests.clear();
+    run->command("deafen");
+    ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+    // More than the socket holds.
+    constexpr std::size_t large = 300'000;
+    process->send(content(1, 2 * large));
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+    }
+    for (std::size_t number = 2; number <= 10; ++number) {
+        process->send(content(number, large));
+        process->send(content(number, 10, 2));
+        process->send(OrderWindowFront{1});
+        while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+        }
+    }
+    run->command("listen");
+    ASSERT_TRUE(untilRequests(run, 4));
+    EXPECT_EQ(run->requests, (std::vector{content(1, 2 * large), content(10, large), content(10, 10, 2),
+                                          WindowRequest(OrderWindowFront{1})}));
+}
+
+TEST_F(WindowProcessTest, ReadsOnWhileTheOtherSideIsDeaf) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->command("deafen");
+    ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+    process->send(content(1, 600'000));
+    run->say(WindowWillClose{1});
+    EXPECT_TRUE(until([&] { return !events.empty(); }));
+}
+
+TEST_F(WindowProcessTest, EndsWithTheProgram) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    ASSERT_TRUE(settle(run));
+    process.reset();
+    EXPECT_TRUE(until([&] { return run->isReaped(); }));
+    EXPECT_TRUE(ends.empty());
+}
+
+TEST_F(WindowProcessTest, EndsWithTheProgramEvenWhenItHangs) {
+    process->send(settings);
+    const auto run = nextReadyRun();
+    run->command("stubborn");
+    run->command("deafen");
+    ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+    process.reset();
+    EXPECT_TRUE(until([&] { return run->isReaped(); }));
+}
+
+TEST_F(WindowProcessTest, MayBeAskedAgainByTheHandlerOfItsEnd) {
+    const auto again = process->onEnd([&](const WindowProcessEnd& /*end*/) {
+        if (ends.size() == 1) {
+            process->send(settings);
+        }
+    });
+    process->send(settings);
+    nextReadyRun()->command("abort");
+    EXPECT_TRUE(untilRequests(nextReadyRun(), 1));
+}
+
+}  // namespace
+}  // namespace thermopix
