@@ -2,9 +2,9 @@
 
 #include <unistd.h>
 
-#include "app/UnavailableUpdater.h"
 #include "platform/linux/application/AutostartLoginItem.h"
 #include "platform/linux/sensors/SysfsTree.h"
+#include "platform/linux/updates/LinuxUpdater.h"
 
 namespace thermopix {
 
@@ -37,7 +37,9 @@ std::unique_ptr<LoginItemManaging> LinuxPlatform::makeLoginItem() {
 }
 
 std::unique_ptr<UpdaterManaging> LinuxPlatform::makeUpdater() {
-    return std::make_unique<UnavailableUpdater>(log_);
+    return std::make_unique<LinuxUpdater>(
+        UpdateSource::ofThisBuild(),
+        LinuxUpdater::Services{mainLoop(), userDefaults_.standard(), log_, systemInformation_, sessionBus()});
 }
 
 GDBusConnection* LinuxPlatform::sessionBus() {

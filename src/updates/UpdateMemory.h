@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/UserDefaults.h"
+
+namespace thermopix {
+
+/// What is remembered of past checks, across restarts; what cannot be stored is remembered until the end of the
+/// process. Main thread.
+class UpdateMemory {
+public:
+    /// By the wall clock.
+    using Time = std::chrono::sys_seconds;
+
+    explicit UpdateMemory(std::shared_ptr<UserDefaults> defaults) : defaults_(std::move(defaults)) {}
+
+    /// When a check last got an answer; none before the first.
+    [[nodiscard]] std::optional<Time> lastCheck() const;
+    void setLastCheck(Time time);
+
+    /// The version that the user was told about last; empty before the first.
+    [[nodiscard]] std::string announcedVersion() const;
+    void setAnnouncedVersion(const std::string& version);
+
+private:
+    std::shared_ptr<UserDefaults> defaults_;
+    std::optional<Time> lastCheck_;
+    std::optional<std::string> announcedVersion_;
+};
+
+}  // namespace thermopix
