@@ -1,4 +1,6 @@
 // Whatever the kernel's files hold, discovery and reading must end, and names must stay fit to print.
+#include <unistd.h>
+
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -42,7 +44,8 @@ public:
     Tree() {
         // In memory where that can be had: every input writes files.
         const std::filesystem::path memory = "/dev/shm";
-        const auto folder = std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path();
+        const bool isWritable = ::access(memory.c_str(), W_OK) == 0;
+        const auto folder = isWritable ? memory : std::filesystem::temp_directory_path();
         auto path = (folder / "thermopix-fuzz-XXXXXX").string();
         root = ::mkdtemp(path.data());
         for (const auto file : files) {
