@@ -11,6 +11,7 @@
 #include "app/Desktop.h"
 #include "app/Platform.h"
 #include "diagnostics/AcceptanceSelfTest.h"
+#include "diagnostics/SensorCaptureMode.h"
 #include "diagnostics/SensorDump.h"
 #include "diagnostics/WebAssetExport.h"
 
@@ -68,6 +69,8 @@ int main(int argc, char** argv) {
             return AcceptanceSelfTest::run(*platform, platform->standardOutput());
         case RunMode::webAssetExport:
             return WebAssetExport::run(chosen.directory, platform->standardOutput());
+        case RunMode::sensorCapture:
+            return SensorCaptureMode::run(chosen.directory, platform->sensorCapture(), platform->standardOutput());
         case RunMode::help:
             return showHelp(platform->standardOutput());
         case RunMode::version:

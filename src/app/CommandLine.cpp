@@ -14,6 +14,7 @@ constexpr std::array options{
     CommandLineOption{Options::sensors, "", "print a report of all sensors and end"},
     CommandLineOption{Options::acceptanceSelfTest, "", "run the acceptance self-test and end"},
     CommandLineOption{Options::exportWebAssets, "DIRECTORY", "write fonts, pets and pictures there and end"},
+    CommandLineOption{Options::captureSensors, "DIRECTORY", "copy this machine's sensors there and end"},
     CommandLineOption{Options::terminal, "", "show the readout in this terminal"},
     CommandLineOption{Options::help, "", "print this help and end"},
     CommandLineOption{Options::version, "", "print the version and end"},
@@ -111,6 +112,9 @@ ChosenRunMode chooseRunMode(std::span<const std::string> arguments) {
     }
     if (auto directory = AppEnvironment::value(Options::exportWebAssets, arguments)) {
         return {RunMode::webAssetExport, std::move(*directory)};
+    }
+    if (auto directory = AppEnvironment::value(Options::captureSensors, arguments)) {
+        return {RunMode::sensorCapture, std::move(*directory)};
     }
     if (has(Options::help)) {
         return {RunMode::help, {}};

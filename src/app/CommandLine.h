@@ -21,6 +21,7 @@ namespace Options {
 inline constexpr std::string_view sensors = "--sensors";
 inline constexpr std::string_view acceptanceSelfTest = "--acceptance-selftest";
 inline constexpr std::string_view exportWebAssets = "--export-web-assets";
+inline constexpr std::string_view captureSensors = "--capture-sensors";
 inline constexpr std::string_view terminal = "--terminal";
 inline constexpr std::string_view fakeSensor = "--uitest-fake-sensor";
 inline constexpr std::string_view showPreferences = "--uitest-show-preferences";
@@ -38,11 +39,11 @@ inline constexpr std::string_view version = "--version";
 /// Arguments after the program's path that no option knows and that are no option's value.
 [[nodiscard]] std::vector<std::string> unknownArguments(std::span<const std::string> arguments);
 
-enum class RunMode { sensorDump, acceptanceSelfTest, webAssetExport, help, version, application };
+enum class RunMode { sensorDump, acceptanceSelfTest, webAssetExport, sensorCapture, help, version, application };
 
 struct ChosenRunMode {
     RunMode mode = RunMode::application;
-    /// Where `webAssetExport` writes.
+    /// Where `webAssetExport` and `sensorCapture` write.
     std::string directory;
 };
 

@@ -11,6 +11,7 @@
 #include "platform/DiagnosticLog.h"
 #include "platform/MainLoop.h"
 #include "platform/MonotonicClock.h"
+#include "platform/SensorCapture.h"
 #include "platform/SleepNotifications.h"
 #include "platform/StandardOutput.h"
 #include "platform/SystemInformation.h"
@@ -40,6 +41,9 @@ public:
     [[nodiscard]] virtual SystemInformation& systemInformation() = 0;
     [[nodiscard]] virtual ThermalStateReader& thermalState() = 0;
     [[nodiscard]] virtual HIDSymbolLoader& hidSymbols() = 0;
+
+    /// Null where the system's sensors cannot be captured.
+    [[nodiscard]] virtual SensorCapture* sensorCapture() { return nullptr; }
 
     [[nodiscard]] virtual std::unique_ptr<LoginItemManaging> makeLoginItem() = 0;
     [[nodiscard]] virtual std::unique_ptr<UpdaterManaging> makeUpdater() = 0;

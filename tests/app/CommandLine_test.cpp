@@ -97,10 +97,10 @@ TEST(CommandLine, EveryFlagIsAnOptionOnceWithItsDescription) {
         EXPECT_TRUE(option.flag.starts_with("--")) << option.flag;
         EXPECT_FALSE(option.help.empty()) << option.flag;
     }
-    EXPECT_EQ(flags,
-              (std::set<std::string_view>{Options::sensors, Options::acceptanceSelfTest, Options::exportWebAssets,
-                                          Options::terminal, Options::fakeSensor, Options::showPreferences,
-                                          Options::defaultsSuite, Options::help, Options::version}));
+    EXPECT_EQ(flags, (std::set<std::string_view>{Options::sensors, Options::acceptanceSelfTest,
+                                                 Options::exportWebAssets, Options::captureSensors, Options::terminal,
+                                                 Options::fakeSensor, Options::showPreferences, Options::defaultsSuite,
+                                                 Options::help, Options::version}));
 }
 
 TEST(CommandLine, HelpIsLaidOutInColumns) {
@@ -113,6 +113,7 @@ Options:
   --sensors                       print a report of all sensors and end
   --acceptance-selftest           run the acceptance self-test and end
   --export-web-assets DIRECTORY   write fonts, pets and pictures there and end
+  --capture-sensors DIRECTORY     copy this machine's sensors there and end
   --terminal                      show the readout in this terminal
   --help                          print this help and end
   --version                       print the version and end

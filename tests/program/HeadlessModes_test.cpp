@@ -80,6 +80,19 @@ TEST_F(HeadlessModesTest, SaysWhenItCannotExport) {
     EXPECT_TRUE(result.output.starts_with("cannot create /dev/null/export: ")) << result.output;
 }
 
+TEST_F(HeadlessModesTest, CapturesAMachineThatPassesTheSelfTest) {
+    const auto folder = home / "captured";
+    const auto result = Program::run({"--capture-sensors", folder.string()}, on("intel-laptop"));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.output.starts_with("captured ")) << result.output;
+    const auto replayed =
+        Program::run({"--acceptance-selftest"}, {{"HOME", home.string()}, {"THERMOPIX_SYSFS_ROOT", folder.string()}});
+    EXPECT_TRUE(replayed.output.ends_with("\nPASSED\n")) << replayed.output;
+    const auto again = Program::run({"--capture-sensors", folder.string()}, on("intel-laptop"));
+    EXPECT_EQ(again.status, 1);
+    EXPECT_TRUE(again.output.starts_with("cannot capture to ")) << again.output;
+}
+
 TEST_F(HeadlessModesTest, ShowsHelpAndVersionOnStandardOutput) {
     const auto help = Program::run({"--help"}, on("virtual-machine"));
     EXPECT_EQ(help.status, 0);

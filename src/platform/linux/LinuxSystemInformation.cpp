@@ -225,41 +225,23 @@ std::optional<std::string> releaseName(const std::filesystem::path& file) {
     return std::nullopt;
 }
 
-bool isThisMachine(const std::filesystem::path& root) {
-    return (root / "").lexically_normal() == "/sys/";
-}
-
-std::filesystem::path releaseFile() {
-    std::error_code error;
-    return std::filesystem::exists("/etc/os-release", error) ? "/etc/os-release" : "/usr/lib/os-release";
-}
-
 }  // namespace
 
-LinuxSystemInformation::LinuxSystemInformation(std::filesystem::path root) : root_(std::move(root)) {
-    if (isThisMachine(root_)) {
-        processors_ = "/proc/cpuinfo";
-        release_ = releaseFile();
-        kernel_ = "/proc/sys/kernel/osrelease";
-    } else {
-        processors_ = root_ / "capture" / "cpuinfo";
-        release_ = root_ / "capture" / "os-release";
-        kernel_ = root_ / "capture" / "osrelease";
-    }
-}
+LinuxSystemInformation::LinuxSystemInformation(std::filesystem::path root)
+    : root_(std::move(root)), facts_(machineFactFiles(root_)) {}
 
 std::optional<std::string> LinuxSystemInformation::bytes(std::string_view name) const {
     if (name == "hw.model") {
         return model();
     }
-    return name == "machdep.cpu.brand_string" ? processorName(processorFacts(processors_)) : std::nullopt;
+    return name == "machdep.cpu.brand_string" ? processorName(processorFacts(facts_.processors)) : std::nullopt;
 }
 
 std::optional<std::int32_t> LinuxSystemInformation::integer(std::string_view name) const {
     if (name != "kern.hv_vmm_present") {
         return std::nullopt;
     }
-    const auto facts = processorFacts(processors_);
+    const auto facts = processorFacts(facts_.processors);
     const auto maker = identity("sys_vendor");
     const auto product = identity("product_name");
     const bool isKnown = std::any_of(hypervisors.begin(), hypervisors.end(), [&](const HypervisorRow& row) {
@@ -275,10 +257,10 @@ std::optional<std::int32_t> LinuxSystemInformation::integer(std::string_view nam
 
 std::string LinuxSystemInformation::operatingSystemVersion() const {
     std::vector<std::string> parts;
-    if (auto name = releaseName(release_)) {
+    if (auto name = releaseName(facts_.release)) {
         parts.push_back(std::move(*name));
     }
-    if (const auto kernel = readLine(kernel_)) {
+    if (const auto kernel = readLine(facts_.kernel)) {
         parts.push_back("Linux " + *kernel);
     }
     return parts.empty() ? "unknown" : joined(parts, ", ");

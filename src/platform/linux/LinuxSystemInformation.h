@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/SystemInformation.h"
+#include "platform/linux/sensors/MachineFactFiles.h"
 
 namespace thermopix {
 
@@ -33,9 +34,7 @@ private:
     [[nodiscard]] std::optional<std::string> model() const;
 
     std::filesystem::path root_;
-    std::filesystem::path processors_;
-    std::filesystem::path release_;
-    std::filesystem::path kernel_;
+    MachineFactFiles facts_;
 };
 
 }  // namespace thermopix

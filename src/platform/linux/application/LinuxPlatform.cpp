@@ -14,6 +14,7 @@ LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
       systemInformation_(sysfsRoot()),
       thermalState_(sysfsRoot()),
       hidSymbols_(sysfsRoot()),
+      sensorCapture_(sysfsRoot()),
       settingsFolder_(thermopix::settingsFolder(variables)),
       userDefaults_(settingsFolder_, log_) {}
 

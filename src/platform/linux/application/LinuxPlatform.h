@@ -14,6 +14,7 @@
 #include "platform/linux/files/FileUserDefaultsDatabases.h"
 #include "platform/linux/files/StandardOutputStream.h"
 #include "platform/linux/glib/GLibMainLoop.h"
+#include "platform/linux/sensors/SysfsCapture.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
 
@@ -35,6 +36,7 @@ public:
     [[nodiscard]] SystemInformation& systemInformation() override { return systemInformation_; }
     [[nodiscard]] ThermalStateReader& thermalState() override { return thermalState_; }
     [[nodiscard]] HIDSymbolLoader& hidSymbols() override { return hidSymbols_; }
+    [[nodiscard]] SensorCapture* sensorCapture() override { return &sensorCapture_; }
     [[nodiscard]] std::unique_ptr<LoginItemManaging> makeLoginItem() override;
     [[nodiscard]] std::unique_ptr<UpdaterManaging> makeUpdater() override;
     /// On Linux only the environment variables tell of a test host.
@@ -55,6 +57,7 @@ private:
     LinuxSystemInformation systemInformation_;
     SysfsThermalState thermalState_;
     SysfsHIDSymbols hidSymbols_;
+    SysfsCapture sensorCapture_;
     std::string settingsFolder_;
     FileUserDefaultsDatabases userDefaults_;
     std::unique_ptr<GLibMainLoop> mainLoop_;
