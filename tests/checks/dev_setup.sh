@@ -103,8 +103,8 @@ if output=$(run_dev build); then
 fi
 expect 'another distribution is told which tool is missing' 'dev: ninja is not installed' "${output##*$'\n'}"
 
-duplicates=$(awk '{ sub(/#.*/, "") } NF && !/^\[/ { print $1 }' "$list" | sort | uniq -d)
-expect 'no package is listed twice' '' "$duplicates"
+duplicates=$(awk '{ sub(/#.*/, "") } /^\[/ { group = $1 } NF && !/^\[/ { print group, $1 }' "$list" | sort | uniq -d)
+expect 'no group lists a package twice' '' "$duplicates"
 unexplained=$(awk '!/^#/ && !/^\[/ && NF && !/#/' "$list")
 expect 'every package has its reason' '' "$unexplained"
 
