@@ -35,11 +35,10 @@ bool hasDisplay(const EnvironmentVariables& variables) {
 
 // What the window process is started with: a launcher's token is handed on when it is wanted, and no later.
 WindowProcess::Options windowOptions(const EnvironmentVariables& variables) {
-    EnvironmentVariables passed = variables;
-    passed.erase("DESKTOP_STARTUP_ID");
-    passed.erase("XDG_ACTIVATION_TOKEN");
-    return {.executable = [variables] { return windowExecutable(runningProgram(), variables); },
-            .variables = std::move(passed)};
+    WindowProcess::Options options{.program = runningProgram(), .variables = variables};
+    options.variables.erase("DESKTOP_STARTUP_ID");
+    options.variables.erase("XDG_ACTIVATION_TOKEN");
+    return options;
 }
 
 // Only on X11 may a window say where it is and stay above the others.

@@ -54,7 +54,7 @@ void ProcessWindow::handle(const WindowEvent& event) {
         changed(*change);
     } else if (const auto* closing = std::get_if<WindowWillClose>(&event);
                closing != nullptr && closing->window == id_ && !isShowing_) {
-        willClose_.tell();
+        isClosing_ = true;
     }
 }
 
@@ -63,6 +63,9 @@ void ProcessWindow::changed(const WindowVisibilityChanged& change) {
         return;
     }
     isShowing_ = false;
+    if (std::exchange(isClosing_, false) && !change.isVisible) {
+        willClose_.tell();
+    }
     isMiniaturized_ = change.isMiniaturized;
     if (std::exchange(isVisible_, change.isVisible) != change.isVisible) {
         visibilityChanged_.tell(change.isVisible);
@@ -80,6 +83,7 @@ void ProcessWindow::processEnded(const WindowProcessEnd& end) {
         return;
     }
     isShowing_ = false;
+    isClosing_ = false;
     if (isVisible_ || isMiniaturized_) {
         willClose_.tell();
         isMiniaturized_ = false;

@@ -40,6 +40,8 @@ private:
     /// Until the process says that the window is shown; what it says of the window before was on its way already.
     bool isShowing_ = false;
     bool mayShowAgain_ = false;
+    /// Told together with the end of the closing, for what an observer does next is to find the window gone.
+    bool isClosing_ = false;
     Observers<> willClose_;
     Observers<bool> visibilityChanged_;
     Observers<ViewEvent> operated_;

@@ -15,6 +15,7 @@
 
 #include "messages/MessageCodec.h"
 #include "messages/WindowProtocol.h"
+#include "platform/linux/windows/WindowExecutable.h"
 
 namespace thermopix {
 
@@ -97,7 +98,7 @@ std::string WindowProcess::startFailure() {
     if (!hasDisplay(options_.variables)) {
         return "There is no display to show windows on.";
     }
-    const auto executable = options_.executable();
+    const auto executable = windowExecutable(options_.program, options_.variables);
     if (!executable) {
         return fmt::format("{} is not installed.", WindowProtocol::executable);
     }

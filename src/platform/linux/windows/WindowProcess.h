@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,8 +32,8 @@ struct WindowProcessEnd {
 class WindowProcess {
 public:
     struct Options {
-        /// Asked at each start; none when it is not installed.
-        std::function<std::optional<std::filesystem::path>()> executable;
+        /// Whose window process it is; decides where the executable is looked for, at each start.
+        std::filesystem::path program;
         /// The whole environment of the process. Without a display in it, there is no start.
         EnvironmentVariables variables;
     };

@@ -107,6 +107,8 @@ TEST_F(ProcessWindowTest, CountsAsVisibleWhileItIsAboutToClose) {
     run->say(WindowWillClose{2});
     run->say(WindowVisibilityChanged{2, false, false});
     run->say(WindowWillClose{1});
+    ASSERT_TRUE(untilEvents(3));
+    EXPECT_TRUE(words.empty()) << "told before the window has gone";
     run->say(WindowVisibilityChanged{1, false, false});
     ASSERT_TRUE(untilEvents(4));
     EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
@@ -114,6 +116,14 @@ TEST_F(ProcessWindowTest, CountsAsVisibleWhileItIsAboutToClose) {
     run->command("exit 0");
     ASSERT_TRUE(until([&] { return !ends.empty(); }));
     EXPECT_EQ(words.size(), 2U);
+}
+
+TEST_F(ProcessWindowTest, DiesWhileItIsAboutToClose) {
+    const auto run = showIt();
+    run->say(WindowWillClose{1});
+    run->command("exit 0");
+    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
 }
 
 TEST_F(ProcessWindowTest, IsNotVisibleWhileMiniaturized) {
@@ -157,7 +167,7 @@ TEST_F(ProcessWindowTest, ClosesWhenItsProcessDiesWhileItIsMiniaturized) {
 }
 
 TEST_F(ProcessWindowTest, ClosesWhenThereIsNoProcessToShowIt) {
-    executable.clear();
+    uninstall();
     window->show();
     EXPECT_EQ(words, Words{"visible"});
     loop.runPending();

@@ -122,7 +122,7 @@ TEST_F(StripStatusBarTest, ComesBackWithAllThatItShowed) {
 }
 
 TEST_F(StripStatusBarTest, WaitsLongerEachTimeThatItDiesYoung) {
-    executable.clear();
+    uninstall();
     item->setImage(image(1));
     loop.runPending();
     std::vector<std::chrono::nanoseconds> pauses;

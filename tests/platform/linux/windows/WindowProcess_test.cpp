@@ -161,7 +161,7 @@ TEST_F(WindowProcessTest, LeavesNoDescriptorAndNoZombieBehind) {
 }
 
 TEST_F(WindowProcessTest, TellsWhenItIsNotInstalled) {
-    executable.clear();
+    uninstall();
     process->send(settings);
     process->send(content(1));
     process->send(ShowAboutPanel{});
@@ -170,23 +170,23 @@ TEST_F(WindowProcessTest, TellsWhenItIsNotInstalled) {
 }
 
 TEST_F(WindowProcessTest, IsLookedForAgainAtTheNextRequest) {
-    executable.clear();
+    uninstall();
     process->send(settings);
     ASSERT_TRUE(untilEnd());
     process->send(settings);
     ASSERT_TRUE(untilEnd(2));
     EXPECT_EQ(log.lines.size(), 2U);
-    executable = THERMOPIX_WINDOW_STAND_IN;
+    install(WindowStandIns::executable);
     process->send(settings);
     EXPECT_TRUE(untilRequests(nextReadyRun(), 1));
 }
 
 TEST_F(WindowProcessTest, TellsWhenItCannotBeExecuted) {
-    executable = folder.path() / "broken";
-    folder.write("broken", "\x7F not a program");
-    std::filesystem::permissions(executable, std::filesystem::perms::owner_all);
+    uninstall();
+    folder.write("windows", "\x7F not a program");
+    std::filesystem::permissions(installed(), std::filesystem::perms::owner_all);
     process->send(settings);
-    expectFailure(executable.string() + " cannot be started: Exec format error.");
+    expectFailure(installed().string() + " cannot be started: Exec format error.");
 }
 
 TEST_F(WindowProcessTest, IsNotStartedWithoutADisplay) {
