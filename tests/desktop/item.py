@@ -1,0 +1,108 @@
+"""The program in the tray of a host, as a user meets it."""
+
+import json
+import os
+import shutil
+import subprocess
+from dataclasses import dataclass
+
+from picture import MenuPicture
+from session import until
+
+SOURCES = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+# Where the programs were built.
+BUILD = os.environ.get("THERMOPIX_BUILD", os.path.join(SOURCES, "build", "release"))
+
+SEPARATOR = ""
+# What the menu shows for the modelled machine with a pet.
+MENU = ("Comfy — 57°C", "Perfectly comfortable.", "CPU · hottest of 6 sensors · thermal state nominal", SEPARATOR,
+        "Pet", "No pet", "Cat", "Westie", "Mac", "Ghost", SEPARATOR,
+        "Unit", "Celsius", "Fahrenheit", SEPARATOR,
+        "Style", "Arcade", "Micro", "Segment", "Dot Matrix", SEPARATOR,
+        "Settings…", "Check for Updates…", "About Thermopix", "Quit Thermopix")
+# Without a pet there is no line about its mood.
+MENU_WITHOUT_PET = ("57°C", *MENU[2:])
+
+
+def missing_programs(host):
+    tools = ("Xvfb", "dbus-daemon", "setpriv", "xdotool", "import", *host.programs)
+    return [tool for tool in tools if not shutil.which(tool)]
+
+
+@dataclass(frozen=True)
+class Shown:
+    """What the item shows."""
+
+    value: int = 57
+    unit: str = "celsius"
+    style: str = "arcade"
+    pet: str = "cat"
+
+    def art(self, shape):
+        """Its rows, from the program's own rasterizer."""
+        rows = subprocess.check_output([os.path.join(BUILD, "thermopix_art"), shape, str(self.value), self.unit,
+                                        self.style, self.pet], text=True)
+        return rows.splitlines()
+
+
+class Item:
+    """The program, started with settings of its own on the modelled machine."""
+
+    def __init__(self, host, **settings):
+        self.host, self.session = host, host.session
+        program = os.path.join(self.session.folder, "bin", "thermopix")
+        machine = os.path.join(self.session.folder, "machine")
+        if not os.path.exists(machine):
+            self.session.install(os.path.join(SOURCES, "tests/fixtures/sysfs/intel-laptop"), "machine")
+            for name in ("thermopix", "thermopix-windows"):
+                if os.path.exists(os.path.join(BUILD, name)):
+                    self.session.install(os.path.join(BUILD, name), "bin", name)
+        folder = os.path.join(self.session.home, ".config", "thermopix")
+        shutil.rmtree(folder, ignore_errors=True)
+        if settings:
+            self.session.write(".config/thermopix/preferences.v1", json.dumps(settings))
+        self.process = self.session.start(program, THERMOPIX_SYSFS_ROOT=machine)
+
+    def end(self):
+        return self.process.end()
+
+    def art(self, shown):
+        rows = shown.art(self.host.shape)
+        return rows if self.host.shows_ghosts else [row.replace(":", ".") for row in rows]
+
+    def place(self, shown):
+        """Where in the bar the item stands, pixel for pixel; none when it does not."""
+        art = self.art(shown)
+        place = self.session.screen().find(art, self.host.cell(art), self.host.ink)
+        # Some panels are first seen in the middle of the screen.
+        return place if place and place[1] < self.host.bar_height * self.host.scale else None
+
+    def wait_for(self, shown):
+        return until(lambda: self.place(shown), f"{self.host.name} shows {shown}")
+
+    def size(self, shown):
+        art = shown.art(self.host.shape)
+        cell = self.host.cell(art)
+        return len(art[0]) * cell, len(art) * cell
+
+    def open_menu(self, shown, menu=MENU):
+        """Opens the menu with the mouse; its picture, once every entry is there."""
+        left, top = self.wait_for(shown)
+        width, height = self.size(shown)
+        before = self.session.steady_screen()
+        self.session.click(left + width // 2, top + height // 2, self.host.menu_button)
+
+        def opened():
+            picture = MenuPicture(before, self.session.steady_screen(), self.host.bar_height * self.host.scale + 2)
+            return picture if len(picture.entries) == len(menu) else None
+
+        return until(opened, f"an open menu with {len(menu)} entries")
+
+    def choose(self, shown, title, menu=MENU):
+        """Chooses an entry of the menu with the mouse."""
+        opened = self.open_menu(shown, menu)
+        self.session.click(*opened.center(menu.index(title)))
+
+    def close_menu(self):
+        self.session.press("Escape")
+        self.session.point(2, self.session.screen().height - 2)
