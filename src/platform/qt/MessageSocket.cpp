@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <string>
+#include <utility>
 
 #include "messages/MessageCodec.h"
 #include "messages/WindowProtocol.h"
@@ -20,13 +21,22 @@ MessageSocket::MessageSocket(int descriptor)
 }
 
 MessageSocket::~MessageSocket() {
+    flush();
     notifier_.setEnabled(false);
     close(descriptor_);
 }
 
 void MessageSocket::send(const WindowEvent& event) {
-    const std::string line = MessageCodec::line(event) + '\n';
-    std::string_view rest = line;
+    if (unsent_.empty()) {
+        QMetaObject::invokeMethod(
+            &notifier_, [this] { flush(); }, Qt::QueuedConnection);
+    }
+    unsent_ += MessageCodec::line(event) + '\n';
+}
+
+void MessageSocket::flush() {
+    const std::string bytes = std::exchange(unsent_, {});
+    std::string_view rest = bytes;
     while (!rest.empty()) {
         const ssize_t sent = ::send(descriptor_, rest.data(), rest.size(), MSG_NOSIGNAL);
         if (sent < 0 && errno != EINTR) {

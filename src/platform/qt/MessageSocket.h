@@ -2,6 +2,7 @@
 
 #include <QSocketNotifier>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "messages/LineReader.h"
@@ -25,16 +26,19 @@ public:
     /// What came is no request; nothing more is read.
     std::function<void()> onMalformed;
 
-    /// Written at once, whole.
+    /// Written when the present turn of the event loop is over, together with what else it tells, so that the other
+    /// side reads what happened at once as one; at the latest when this ends.
     void send(const WindowEvent& event);
 
 private:
+    void flush();
     void receive();
     void takeLines();
 
     int descriptor_;
     QSocketNotifier notifier_;
     LineReader lines_;
+    std::string unsent_;
 };
 
 }  // namespace thermopix

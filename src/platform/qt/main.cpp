@@ -79,7 +79,6 @@ QIcon icon() {
 int run(int descriptor, int& argumentCount, char** arguments) {
     qInstallMessageHandler(handleToolkitMessage);
     QCoreApplication::setApplicationName(QStringLiteral("thermopix"));
-    QGuiApplication::setApplicationDisplayName(qtString(AppInfo::name));
     QGuiApplication::setDesktopFileName(qtString(AppInfo::identifier));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QApplication application(argumentCount, arguments);

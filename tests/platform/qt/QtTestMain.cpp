@@ -7,10 +7,12 @@
 #include "platform/qt/drawing/ShellStyle.h"
 #include "platform/qt/views/AccessibleViews.h"
 
-/// Real widgets without a display.
+/// Real widgets, without a display unless QT_QPA_PLATFORM asks for one.
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     // The toolkit's plug-in says what it does not do; tests look at what happens instead.
     qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
     const QApplication application(argumentCount, arguments);

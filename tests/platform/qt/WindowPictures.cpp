@@ -147,7 +147,6 @@ int main(int argumentCount, char** arguments) {
     const bool isDark = std::string_view(arguments[2]) == "dark";
     const QString suffix = QString::fromLocal8Bit(arguments[3]);
     const QApplication application(argumentCount, arguments);
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Thermopix"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(new ShellStyle);
     QApplication::setPalette(isDark ? Appearance::darkPalette() : Appearance::lightPalette());

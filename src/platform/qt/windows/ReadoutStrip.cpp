@@ -14,6 +14,7 @@
 #include "platform/qt/drawing/PixelArt.h"
 #include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/ViewPainter.h"
+#include "platform/qt/windows/EveryWorkspace.h"
 
 namespace thermopix {
 
@@ -39,12 +40,16 @@ Look lookFor(const QPalette& palette) {
 
 ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), menu_(std::move(chosen)) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
-    // Window managers keep a dock above the others, on every workspace and out of taskbars and pagers.
-    setAttribute(Qt::WA_X11NetWmWindowTypeDock);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
     setFocusPolicy(Qt::StrongFocus);
     setObjectName(QStringLiteral("status.strip"));
+    // Window managers keep a dock above the others. The toolkit takes the type only for a window that is there.
+    winId();
+    setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    standOnEveryWorkspace(*this);
+    // From assistive technology; the pointer and the keys come by their own ways.
+    connect(this, &QAbstractButton::clicked, this, [this] { openMenu(); });
     menu_.onClosed = [this] {
         update();
         if (onMenuDidClose) {
@@ -60,19 +65,18 @@ void ReadoutStrip::setReadout(const StatusImage& image, const QString& label) {
         setToolTip(label);
     }
     image_ = image;
-    const int right = geometry().right();
+    const int narrower = width() - sizeHint().width();
     resize(sizeHint());
-    if (isPlaced_) {
-        moveAlongEdge(right - width() + 1);
+    if (place_) {
+        // The right end stays where it is.
+        moveAlongEdge(place_->x() + narrower);
     }
     update();
 }
 
 void ReadoutStrip::present(std::optional<QPoint> position) {
     resize(sizeHint());
-    isPlaced_ = true;
-    const QRect room = edge();
-    moveAlongEdge(position ? position->x() : room.right() + 1 - width() - edgeMargin);
+    moveAlongEdge(position ? position->x() : edge().right() + 1 - width() - edgeMargin);
     show();
 }
 
@@ -111,7 +115,7 @@ void ReadoutStrip::paintEvent(QPaintEvent* /*event*/) {
 
 void ReadoutStrip::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        grip_ = event->position().toPoint();
+        grip_ = event->globalPosition().toPoint().x() - place_.value_or(pos()).x();
         wasDragged_ = false;
         setDown(true);
     } else if (event->button() == Qt::RightButton) {
@@ -123,10 +127,10 @@ void ReadoutStrip::mouseMoveEvent(QMouseEvent* event) {
     if (!grip_) {
         return;
     }
-    const int travel = event->position().toPoint().x() - grip_->x();
-    wasDragged_ = wasDragged_ || std::abs(travel) >= QApplication::startDragDistance();
+    const int left = event->globalPosition().toPoint().x() - *grip_;
+    wasDragged_ = wasDragged_ || std::abs(left - place_.value_or(pos()).x()) >= QApplication::startDragDistance();
     if (wasDragged_) {
-        moveAlongEdge(x() + travel);
+        moveAlongEdge(left);
     }
 }
 
@@ -138,7 +142,7 @@ void ReadoutStrip::mouseReleaseEvent(QMouseEvent* event) {
     setDown(false);
     if (wasDragged_) {
         if (onMoved) {
-            onMoved(pos());
+            onMoved(place_.value_or(pos()));
         }
     } else {
         openMenu();
@@ -163,13 +167,14 @@ void ReadoutStrip::openMenu() {
     if (onMenuWillOpen) {
         onMenuWillOpen();
     }
-    menu_.open(mapToGlobal(QPoint(0, height())));
+    menu_.open(place_.value_or(pos()) + QPoint(0, height()));
     update();
 }
 
 void ReadoutStrip::moveAlongEdge(int left) {
     const QRect room = edge();
-    move(std::clamp(left, room.left(), std::max(room.left(), room.right() + 1 - width())), room.top());
+    place_ = QPoint(std::clamp(left, room.left(), std::max(room.left(), room.right() + 1 - width())), room.top());
+    move(*place_);
 }
 
 QRect ReadoutStrip::edge() const {

@@ -48,11 +48,11 @@ private:
 
     PopupMenu menu_;
     StatusImage image_;
-    /// Of the pointer inside the strip, while its button is down.
-    std::optional<QPoint> grip_;
+    /// Where it was put; what the window system says of it meanwhile may be relative to a frame.
+    std::optional<QPoint> place_;
+    /// How far right of the strip's left end the pointer holds it, while its button is down.
+    std::optional<int> grip_;
     bool wasDragged_ = false;
-    /// The right end stays where it is when the readout changes its width.
-    bool isPlaced_ = false;
 };
 
 }  // namespace thermopix

@@ -5,6 +5,9 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "app/AppInfo.h"
+#include "platform/qt/drawing/Strings.h"
+
 namespace thermopix {
 
 ShellWindow::ShellWindow(const QString& title, const QString& identifier, std::unique_ptr<QWidget> content,
@@ -12,7 +15,7 @@ ShellWindow::ShellWindow(const QString& title, const QString& identifier, std::u
     : QWidget(nullptr, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                            Qt::WindowCloseButtonHint | Qt::CustomizeWindowHint),
       content_(content.release()),
-      menuBar_(new MainMenuBar(this, QGuiApplication::applicationDisplayName(), [this](MenuAction action) {
+      menuBar_(new MainMenuBar(this, qtString(AppInfo::name), [this](MenuAction action) {
           if (onMainMenu) {
               onMainMenu(action);
           }

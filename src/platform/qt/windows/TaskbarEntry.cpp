@@ -1,23 +1,32 @@
 #include "platform/qt/windows/TaskbarEntry.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
+#include <QTimer>
+
+#include "app/AppInfo.h"
+#include "platform/qt/drawing/Strings.h"
 
 namespace thermopix {
 
 TaskbarEntry::TaskbarEntry() {
-    setWindowTitle(QGuiApplication::applicationDisplayName());
+    setWindowTitle(qtString(AppInfo::name));
     setAttribute(Qt::WA_QuitOnClose, false);
     setFixedSize(1, 1);
 }
 
 void TaskbarEntry::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange && isVisible() && !isMinimized()) {
+    if (event->type() != QEvent::WindowStateChange || !isVisible() || isMinimized() || isRestored_) {
+        return;
+    }
+    isRestored_ = true;
+    QTimer::singleShot(0, this, [this] {
         showMinimized();
-        if (onReopen) {
-            onReopen();
-        }
+        // What the window system still says of the restored window is old.
+        QTimer::singleShot(0, this, [this] { isRestored_ = false; });
+    });
+    if (onReopen) {
+        onReopen();
     }
 }
 

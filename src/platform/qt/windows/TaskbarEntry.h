@@ -18,6 +18,10 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    /// It has been restored and goes back when the present turn of the event loop is over.
+    bool isRestored_ = false;
 };
 
 }  // namespace thermopix
