@@ -9,7 +9,7 @@ constexpr double tertiaryOpacity = 0.44;
 constexpr double separatorOpacity = 0.12;
 constexpr double sidebarShade = 0.05;
 constexpr double darkCardTint = 0.06;
-constexpr double darkButtonTint = 0.14;
+constexpr double darkButtonTint = 0.18;
 
 QColor shade(const QPalette& palette, QPalette::ColorRole role) {
     return palette.color(QPalette::Active, role);
