@@ -9,6 +9,10 @@ namespace thermopix {
 
 namespace {
 
+// Up to these code points the answers need none of the library's tables, which then stay out of memory.
+constexpr std::int32_t firstBeyondAscii = 0x80;
+constexpr std::int32_t firstCombiningMark = 0x300;
+
 constexpr std::int32_t capitalIWithDotAbove = 0x130;
 constexpr std::string_view smallIWithCombiningDot = "i\u0307";
 constexpr std::string_view replacementCharacter = "\uFFFD";
@@ -19,6 +23,9 @@ struct Decoded {
 };
 
 Decoded decodeFirst(std::string_view text) {
+    if (const auto first = static_cast<unsigned char>(text.front()); first < firstBeyondAscii) {
+        return {first, 1};
+    }
     std::int32_t codepoint = -1;
     const auto length = utf8proc_iterate(reinterpret_cast<const std::uint8_t*>(text.data()),
                                          static_cast<utf8proc_ssize_t>(text.size()), &codepoint);
@@ -26,6 +33,22 @@ Decoded decodeFirst(std::string_view text) {
         return {-1, 1};
     }
     return {codepoint, static_cast<std::size_t>(length)};
+}
+
+/// Whether a user-perceived character ends between two valid code points; `state` remembers what came before.
+bool isBoundary(std::int32_t previous, std::int32_t next, std::int32_t& state) {
+    if (previous < firstCombiningMark && next < firstCombiningMark) {
+        state = 0;
+        return previous != '\r' || next != '\n';
+    }
+    return utf8proc_grapheme_break_stateful(previous, next, &state);
+}
+
+std::int32_t lowercasedCodepoint(std::int32_t codepoint) {
+    if (codepoint < firstBeyondAscii) {
+        return codepoint >= 'A' && codepoint <= 'Z' ? codepoint - 'A' + 'a' : codepoint;
+    }
+    return utf8proc_tolower(codepoint);
 }
 
 void appendCodepoint(std::string& text, std::int32_t codepoint) {
@@ -43,8 +66,8 @@ void forEachCharacter(std::string_view text, FunctionView<void(std::string_view)
     std::size_t position = 0;
     while (position < text.size()) {
         const auto [codepoint, length] = decodeFirst(text.substr(position));
-        const bool breaks = position > start && (previous < 0 || codepoint < 0 ||
-                                                 utf8proc_grapheme_break_stateful(previous, codepoint, &state));
+        const bool breaks =
+            position > start && (previous < 0 || codepoint < 0 || isBoundary(previous, codepoint, state));
         if (breaks) {
             visit(text.substr(start, position - start));
             start = position;
@@ -82,7 +105,7 @@ std::string lowercased(std::string_view text) {
         } else if (codepoint == capitalIWithDotAbove) {
             lower += smallIWithCombiningDot;
         } else {
-            appendCodepoint(lower, utf8proc_tolower(codepoint));
+            appendCodepoint(lower, lowercasedCodepoint(codepoint));
         }
         text.remove_prefix(length);
     }

@@ -168,14 +168,18 @@ bool matches(SensorSource source, std::string_view name) {
     return matches(name, namePatterns(source));
 }
 
-std::optional<double> reduce(std::span<const SensorSample> samples, NamePatterns patterns) {
+std::optional<double> reduce(std::span<const SensorSample> samples, FunctionView<bool(std::string_view)> isMatch) {
     std::optional<double> hottest;
     for (const auto& sample : samples) {
-        if (matches(sample.name, patterns) && (!hottest || sample.celsius > *hottest)) {
+        if (isMatch(sample.name) && (!hottest || sample.celsius > *hottest)) {
             hottest = sample.celsius;
         }
     }
     return hottest;
+}
+
+std::optional<double> reduce(std::span<const SensorSample> samples, NamePatterns patterns) {
+    return reduce(samples, [patterns](std::string_view name) { return matches(name, patterns); });
 }
 
 std::optional<double> reduce(SensorSource source, std::span<const SensorSample> samples) {

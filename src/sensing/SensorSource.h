@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/Enumeration.h"
+#include "base/FunctionView.h"
 #include "sensing/SensorSample.h"
 
 namespace thermopix {
@@ -52,6 +53,8 @@ using NamePatterns = std::span<const std::string_view>;
 
 /// The largest reading among the samples whose names match; none when none does. The first of equal readings
 /// stays; NaN neither replaces nor is replaced.
+[[nodiscard]] std::optional<double> reduce(std::span<const SensorSample> samples,
+                                           FunctionView<bool(std::string_view)> isMatch);
 [[nodiscard]] std::optional<double> reduce(std::span<const SensorSample> samples, NamePatterns patterns);
 [[nodiscard]] std::optional<double> reduce(SensorSource source, std::span<const SensorSample> samples);
 

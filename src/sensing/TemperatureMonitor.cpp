@@ -23,11 +23,9 @@ TemperatureMonitor::TemperatureMonitor(TemperatureSensing& sensor, PressureReade
 
 Display TemperatureMonitor::poll(SensorSource source, TemperatureUnit unit) {
     if (smoothedSource_ != source) {
-        smoother_.reset();
-        consecutiveFailures_ = 0;
-        smoothedSource_ = source;
+        follow(source);
     }
-    const auto reading = sampleStages(source);
+    const auto reading = sampleStages();
     const ThermalPressure pressure = pressureReader_();
     return reading ? displayOfReading(*reading, unit, pressure) : displayWithoutReading(unit, pressure);
 }
@@ -48,14 +46,24 @@ std::int64_t TemperatureMonitor::readableSensorCount() {
     return *cachedReadableSensorCount_;
 }
 
-std::optional<double> TemperatureMonitor::sampleStages(SensorSource source) {
+void TemperatureMonitor::follow(SensorSource source) {
+    smoother_.reset();
+    consecutiveFailures_ = 0;
+    smoothedSource_ = source;
+    stages_.clear();
     for (const NamePatterns patterns : samplingStages(source)) {
-        sensor_.sample([&](std::string_view name) { return matches(name, patterns); }, lastSamples_);
-        if (const auto hottest = reduce(lastSamples_, patterns)) {
+        stages_.emplace_back(patterns);
+    }
+    lastStage_ = 0;
+}
+
+std::optional<double> TemperatureMonitor::sampleStages() {
+    for (lastStage_ = 0;; ++lastStage_) {
+        const auto hottest = stages_[lastStage_].sample(sensor_);
+        if (hottest || lastStage_ + 1 == stages_.size()) {
             return hottest;
         }
     }
-    return std::nullopt;
 }
 
 Display TemperatureMonitor::displayOfReading(double celsius, TemperatureUnit unit, ThermalPressure pressure) {

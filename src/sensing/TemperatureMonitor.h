@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -7,6 +8,7 @@
 
 #include "platform/DiagnosticLog.h"
 #include "sensing/Display.h"
+#include "sensing/SamplingStage.h"
 #include "sensing/SensorSource.h"
 #include "sensing/TemperatureSensing.h"
 #include "sensing/TemperatureSmoother.h"
@@ -37,10 +39,11 @@ public:
     [[nodiscard]] std::int64_t readableSensorCount();
 
     /// The samples of the stage that answered the last poll; empty after a failed one.
-    [[nodiscard]] const std::vector<SensorSample>& lastSamples() const { return lastSamples_; }
+    [[nodiscard]] const std::vector<SensorSample>& lastSamples() const { return stages_[lastStage_].samples(); }
 
 private:
-    [[nodiscard]] std::optional<double> sampleStages(SensorSource source);
+    void follow(SensorSource source);
+    [[nodiscard]] std::optional<double> sampleStages();
     [[nodiscard]] Display displayOfReading(double celsius, TemperatureUnit unit, ThermalPressure pressure);
     [[nodiscard]] Display displayWithoutReading(TemperatureUnit unit, ThermalPressure pressure);
     void rediscoverIfDue();
@@ -52,7 +55,9 @@ private:
     std::int64_t consecutiveFailures_ = 0;
     std::optional<SensorSource> smoothedSource_;
     std::optional<PetMood> lastMood_;
-    std::vector<SensorSample> lastSamples_;
+    /// Those of the smoothed source, never empty; the one that answered the last poll, or was asked last.
+    std::vector<SamplingStage> stages_ = std::vector<SamplingStage>(1);
+    std::size_t lastStage_ = 0;
     std::optional<std::int64_t> cachedReadableSensorCount_;
 };
 

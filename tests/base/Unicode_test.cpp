@@ -16,6 +16,9 @@ TEST(Unicode, SplitsTextIntoUserPerceivedCharacters) {
     EXPECT_EQ(characters("e\u0301!"), (Views{"e\u0301", "!"}));
     EXPECT_EQ(characters("👩‍🚀x"), (Views{"👩‍🚀", "x"}));
     EXPECT_EQ(characters("🇩🇪🇫🇷"), (Views{"🇩🇪", "🇫🇷"}));
+    EXPECT_EQ(characters("a🇩🇪é🇫🇷"), (Views{"a", "🇩🇪", "é", "🇫🇷"}));
+    EXPECT_EQ(characters("a©\u200D👩x"), (Views{"a", "©\u200D👩", "x"}));
+    EXPECT_EQ(characters("a\r\n\r\nb\n\r"), (Views{"a", "\r\n", "\r\n", "b", "\n", "\r"}));
 }
 
 TEST(Unicode, CountsEveryInvalidByteAsACharacterOfItsOwn) {

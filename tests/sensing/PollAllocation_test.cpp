@@ -96,6 +96,19 @@ TEST_P(PollAllocation, ChangedReadingsAllocateNothing) {
 INSTANTIATE_TEST_SUITE_P(EverySource, PollAllocation, ::testing::ValuesIn(allCases<SensorSource>()),
                          [](const auto& instance) { return std::string(rawValue(instance.param)); });
 
+TEST(PollAllocation, AStageThatFindsNothingLeavesTheNextOneItsMemory) {
+    ScriptedHIDLoader loader;
+    loader.services = {{"the temperature of the CPU package", 50}, {"the temperature of the SOC MTR Temp", 60}};
+    RecordingLog log;
+    HIDTemperatureSensor sensor(loader, log);
+    TemperatureMonitor monitor(
+        sensor, [] { return ThermalPressure::nominal; }, log);
+    const auto poll = [&] { (void)monitor.poll(SensorSource::gpu, TemperatureUnit::celsius); };
+    poll();
+    EXPECT_EQ(allocationsOf(poll), 0);
+    EXPECT_EQ(monitor.lastSamples().size(), 2);
+}
+
 TEST(MatchingAllocation, NamesInAsciiAreMatchedWithoutAllocating) {
     const auto& fixture = FakeTemperatureSensor::appleSiliconFixture();
     std::int64_t found = 0;

@@ -88,11 +88,16 @@ std::optional<SensorDevice> zoneAt(const NumberedEntry& entry, const std::filesy
         family, std::move(chip), *zone, placeOf(*zone, root), entry.number, {{1, "", *zone / "temp", {}}}};
 }
 
+/// The kernel has two drivers for the processor's package: this zone, and this monitor, which has the cores too.
+constexpr std::string_view packageZone = "x86_pkg_temp";
+constexpr std::string_view packageMonitor = "coretemp";
+
 /// Whether a hardware monitor publishes the temperature of this zone.
 bool isPublished(const SensorDevice& zone, const std::vector<SensorDevice>& monitors) {
+    const auto chip = zone.chip == packageZone ? packageMonitor : std::string_view(zone.chip);
     return !numberedEntries(zone.device, monitorPrefix).empty() ||
            std::any_of(monitors.begin(), monitors.end(), [&](const SensorDevice& monitor) {
-               return monitor.device == zone.device || monitor.chip == zone.chip;
+               return monitor.device == zone.device || monitor.chip == chip;
            });
 }
 

@@ -1,7 +1,6 @@
 #include "platform/linux/tray/TrayHostWatch.h"
 
 #include <algorithm>
-#include <fstream>
 #include <utility>
 
 #include "menubar/TrayHost.h"
@@ -96,9 +95,14 @@ void TrayHostWatch::answered() {
 }
 
 std::optional<std::string> TrayHostWatch::processName(std::uint32_t process) const {
-    std::ifstream file(processRoot_ / std::to_string(process) / "comm");
-    std::string name;
-    return std::getline(file, name) ? std::optional(name) : std::nullopt;
+    const auto file = processRoot_ / std::to_string(process) / "comm";
+    gchar* content = nullptr;
+    if (g_file_get_contents(file.c_str(), &content, nullptr, nullptr) == FALSE) {
+        return std::nullopt;
+    }
+    const GStringHandle owned(content);
+    const std::string_view text(content);
+    return text.empty() ? std::nullopt : std::optional<std::string>(text.substr(0, text.find('\n')));
 }
 
 }  // namespace thermopix

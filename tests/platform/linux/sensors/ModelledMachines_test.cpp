@@ -75,12 +75,12 @@ TEST(ModelledMachines, ATickReadsTheFilesOfItsSourceAndNoOther) {
     ModelledMachine modelled(machine("intel-laptop"), access);
     EXPECT_EQ(access.reads, 0);
     EXPECT_EQ(modelled.shown(SensorSource::cpu), 57);
-    EXPECT_EQ(access.reads, 6);
+    EXPECT_EQ(access.reads, 5);
     EXPECT_EQ(modelled.shown(SensorSource::battery), 31);
-    EXPECT_EQ(access.reads, 7);
+    EXPECT_EQ(access.reads, 6);
     const auto opened = access.opened;
     EXPECT_EQ(modelled.shown(SensorSource::storage), 42);
-    EXPECT_EQ(access.reads, 9);
+    EXPECT_EQ(access.reads, 8);
     EXPECT_EQ(access.opened, opened);
 }
 

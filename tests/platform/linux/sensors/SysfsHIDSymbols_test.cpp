@@ -71,14 +71,14 @@ TEST(SysfsHIDSymbols, AReadingIsOnePositionedReadOfAFileThatStaysOpen) {
     CountingFileAccess access;
     const SysfsSensors sensors(machine("intel-laptop"), "no-such-library.so", access);
     const auto opened = access.opened;
-    EXPECT_EQ(opened, 12);
+    EXPECT_EQ(opened, 11);
     access.reads = 0;
     for (int poll = 0; poll < 10; ++poll) {
         for (const auto& reading : sensors.readAll()) {
             EXPECT_TRUE(reading.has_value());
         }
     }
-    EXPECT_EQ(access.reads, 10 * 12);
+    EXPECT_EQ(access.reads, 10 * 11);
     EXPECT_EQ(access.opened, opened);
 }
 
@@ -257,6 +257,15 @@ TEST(SysfsHIDSymbols, AZoneWhoseTemperatureAMonitorPublishesIsLeftOut) {
     tree.write(byChild + "/hwmon2/temp1_input", "40000\n");
     tree.link("class/hwmon/hwmon2", byChild + "/hwmon2");
     EXPECT_EQ(SysfsSensors(tree.root).names(), (Names{"by_name", "by_nothing", "child", "other"}));
+}
+
+TEST(SysfsHIDSymbols, TheProcessorPackageIsOneSensorWhicheverDriverIsThere) {
+    const TemporaryTree tree;
+    tree.write("class/thermal/thermal_zone0/type", "x86_pkg_temp\n");
+    tree.write("class/thermal/thermal_zone0/temp", "52000\n");
+    EXPECT_EQ(SysfsSensors(tree.root).names(), Names{"CPU x86_pkg_temp"});
+    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Package id 0", "52000"}});
+    EXPECT_EQ(SysfsSensors(tree.root).names(), Names{"CPU Package id 0"});
 }
 
 TEST(SysfsHIDSymbols, AMonitorWithoutTemperaturesHidesNoZone) {
