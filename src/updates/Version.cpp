@@ -97,7 +97,7 @@ bool Version::reaches(const Version& minimum) const {
 }
 
 std::strong_ordering operator<=>(const Version& a, const Version& b) {
-    if (const auto order = compared(a.numbers_, b.numbers_); order != 0) {
+    if (const auto order = compared(a.numbers_, b.numbers_); std::is_neq(order)) {
         return order;
     }
     if (a.suffix_.empty() != b.suffix_.empty()) {

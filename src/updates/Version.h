@@ -23,7 +23,7 @@ public:
     [[nodiscard]] bool reaches(const Version& minimum) const;
 
     friend std::strong_ordering operator<=>(const Version& a, const Version& b);
-    friend bool operator==(const Version& a, const Version& b) { return (a <=> b) == 0; }
+    friend bool operator==(const Version& a, const Version& b) { return std::is_eq(a <=> b); }
 
 private:
     using Number = std::uint64_t;

@@ -1,6 +1,7 @@
 #include "platform/linux/updates/LinuxUpdater.h"
 
 #include <chrono>
+#include <string_view>
 #include <vector>
 
 #include "app/AppInfo.h"
@@ -23,11 +24,11 @@ std::vector<std::string> commandOf(const UpdateSource& source, const SystemInfor
 }  // namespace
 
 UpdateSource UpdateSource::ofThisBuild() {
-    const std::string feed = THERMOPIX_FEED_URL;
+    constexpr auto feed = std::string_view(THERMOPIX_FEED_URL);
     if (THERMOPIX_UPDATES_BY_PACKAGE_MANAGER) {
         return {UpdateOrigin::packageManager, {}};
     }
-    return feed.empty() ? UpdateSource{} : UpdateSource{UpdateOrigin::feed, feed};
+    return feed.empty() ? UpdateSource{} : UpdateSource{UpdateOrigin::feed, std::string(feed)};
 }
 
 LinuxUpdater::LinuxUpdater(const UpdateSource& source, const Services& services)
