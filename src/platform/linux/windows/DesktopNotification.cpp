@@ -7,7 +7,6 @@ namespace thermopix {
 
 namespace {
 
-constexpr const char* iconName = "thermopix";
 constexpr std::int32_t serverDecidesWhenToHide = -1;
 
 }  // namespace
@@ -20,8 +19,9 @@ void DesktopNotification::show(const std::string& summary, const std::string& bo
     call_ = callMethod(
         sessionBus_,
         {"org.freedesktop.Notifications", "/org/freedesktop/Notifications", "org.freedesktop.Notifications", "Notify"},
-        g_variant_new("(susssasa{sv}i)", std::string(AppInfo::name).c_str(), shown_, iconName, summary.c_str(),
-                      escaped.get(), nullptr, nullptr, serverDecidesWhenToHide),
+        g_variant_new("(susssasa{sv}i)", std::string(AppInfo::name).c_str(), shown_,
+                      std::string(AppInfo::identifier).c_str(), summary.c_str(), escaped.get(), nullptr, nullptr,
+                      serverDecidesWhenToHide),
         "(u)", [this](GVariant* reply) {
             if (reply != nullptr) {
                 g_variant_get(reply, "(u)", &shown_);
