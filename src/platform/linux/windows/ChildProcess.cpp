@@ -1,5 +1,6 @@
 #include "platform/linux/windows/ChildProcess.h"
 
+#include <fmt/core.h>
 #include <glib.h>
 #include <spawn.h>
 
@@ -76,7 +77,7 @@ std::unique_ptr<ChildProcess> ChildProcess::start(const std::filesystem::path& p
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<std::string> settings;
     for (const auto& [name, value] : variables) {
-        settings.push_back(name + "=" + value);
+        settings.push_back(fmt::format("{}={}", name, value));
     }
     const SpawnSettings spawn(inherited);
     pid_t pid = -1;
