@@ -55,7 +55,8 @@ TEST(DesktopNotification, SaysWhoWhatAndWhyWithoutMarkup) {
     DesktopNotification notification(TestBus::instance().session());
     notification.show("No windows", "a < b & c");
     ASSERT_TRUE(runUntil([&] { return server.shown.size() == 1; }));
-    EXPECT_EQ(server.shown.front(), "('Thermopix', 0, 'thermopix', 'No windows', 'a &lt; b &amp; c', [], {}, -1)");
+    EXPECT_EQ(server.shown.front(),
+              "('Thermopix', 0, 'io.github.thermopix.Thermopix', 'No windows', 'a &lt; b &amp; c', [], {}, -1)");
 }
 
 TEST(DesktopNotification, ReplacesTheOneThatIsShown) {
@@ -66,7 +67,7 @@ TEST(DesktopNotification, ReplacesTheOneThatIsShown) {
     settle(server.connection());
     notification.show("Second", "");
     ASSERT_TRUE(runUntil([&] { return server.shown.size() == 2; }));
-    EXPECT_EQ(server.shown.back(), "('Thermopix', 41, 'thermopix', 'Second', '', [], {}, -1)");
+    EXPECT_EQ(server.shown.back(), "('Thermopix', 41, 'io.github.thermopix.Thermopix', 'Second', '', [], {}, -1)");
 }
 
 TEST(DesktopNotification, NeedsNobodyToShowItAndNoBus) {
