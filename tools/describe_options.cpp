@@ -66,7 +66,9 @@ std::string bash() {
 std::string zsh() {
     std::string text = "#compdef thermopix\n\n_arguments";
     for (const auto& option : publicOptions()) {
-        const std::string value = option.valueName.empty() ? "" : takesDirectory(option) ? ":directory:_files -/" : ":value:";
+        const std::string value = option.valueName.empty() ? ""
+                                  : takesDirectory(option) ? ":directory:_files -/"
+                                                           : ":value:";
         text += fmt::format(" \\\n    '{}[{}]{}'", option.flag, escaped(option.help, "[]:"), value);
     }
     return text + "\n";
@@ -75,7 +77,9 @@ std::string zsh() {
 std::string fish() {
     std::string text = "complete -c thermopix -f\n";
     for (const auto& option : publicOptions()) {
-        const std::string value = option.valueName.empty() ? "" : takesDirectory(option) ? " -x -a '(__fish_complete_directories)'" : " -x";
+        const std::string value = option.valueName.empty() ? ""
+                                  : takesDirectory(option) ? " -x -a '(__fish_complete_directories)'"
+                                                           : " -x";
         text += fmt::format("complete -c thermopix -l {}{} -d '{}'\n", option.flag.substr(2), value,
                             escaped(option.help, "'"));
     }
