@@ -140,7 +140,7 @@ public:
 private:
     // Where an entry leads; a link on the way is made in the copy too. None when it leads out of the tree.
     std::optional<fs::path> follow(const fs::path& entry) {
-        const auto real = realPath(entry);
+        auto real = realPath(entry);
         if (!real || !isInside(*real)) {
             return std::nullopt;
         }
