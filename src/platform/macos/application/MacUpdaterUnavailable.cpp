@@ -1,0 +1,10 @@
+#include "app/UnavailableUpdater.h"
+#include "platform/macos/application/MacUpdater.h"
+
+namespace thermopix {
+
+std::unique_ptr<UpdaterManaging> makeMacUpdater(DiagnosticLog& log) {
+    return std::make_unique<UnavailableUpdater>(log);
+}
+
+}  // namespace thermopix

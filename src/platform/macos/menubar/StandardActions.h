@@ -1,0 +1,13 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "menubar/Menu.h"
+
+namespace thermopix {
+
+/// The selector of an action that the platform performs itself, sent to whatever has the focus; null for the
+/// program's own.
+[[nodiscard]] SEL _Nullable standardAction(MenuAction action);
+
+}  // namespace thermopix

@@ -1,0 +1,52 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "platform/MainLoop.h"
+#include "platform/macos/settings/HandlerList.h"
+#include "platform/macos/settings/MacViewTree.h"
+#include "settings/Window.h"
+
+@class ThermopixWindowDelegate;
+
+namespace thermopix {
+
+/// A window of fixed size whose content reaches under its transparent title bar. Main thread.
+class MacWindow final : public Window {
+public:
+    /// `mainLoop` outlives the window.
+    MacWindow(const WindowDescription& description, MainLoop& mainLoop);
+    ~MacWindow() override;
+    MacWindow(const MacWindow&) = delete;
+    MacWindow& operator=(const MacWindow&) = delete;
+
+    void show() override;
+    void makeKeyAndOrderFront() override;
+    [[nodiscard]] bool isVisible() const override;
+    [[nodiscard]] bool isMiniaturized() const override;
+    void setContent(const ViewNode& root) override;
+    [[nodiscard]] Subscription onWillClose(std::function<void()> handler) override;
+    [[nodiscard]] Subscription onVisibilityChange(std::function<void(bool)> handler) override;
+    [[nodiscard]] Subscription onEvent(std::function<void(const ViewEvent&)> handler) override;
+
+private:
+    void willClose();
+    void reportVisibility();
+    void later(std::function<void()> work);
+    void operated(const ViewEvent& event);
+
+    MainLoop& mainLoop_;
+    NSWindow* window_;
+    ThermopixWindowDelegate* delegate_;
+    MacViewTree tree_;
+    bool reportedVisible_ = false;
+    HandlerList<> willClose_;
+    HandlerList<bool> visibility_;
+    HandlerList<ViewEvent> events_;
+    /// Lets posted work notice that the window is gone.
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace thermopix

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/MainLoop.h"
+#include "settings/Window.h"
+
+namespace thermopix {
+
+class MacWindowSystem final : public WindowSystem {
+public:
+    /// `mainLoop` outlives the windows.
+    explicit MacWindowSystem(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
+
+    [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description) override;
+
+private:
+    MainLoop& mainLoop_;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/ThermalStateReader.h"
+
+namespace thermopix {
+
+class MacThermalState final : public ThermalStateReader {
+public:
+    [[nodiscard]] int thermalState() override;
+};
+
+}  // namespace thermopix
