@@ -11,6 +11,7 @@ public:
     explicit MacWindowSystem(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
 
     [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description) override;
+    [[nodiscard]] double titleBarHeight() const override;
 
 private:
     MainLoop& mainLoop_;

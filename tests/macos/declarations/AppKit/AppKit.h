@@ -332,6 +332,7 @@ typedef NS_ENUM(NSInteger, NSWindowTitleVisibility) { NSWindowTitleHidden = 1 };
                           styleMask:(NSWindowStyleMask)style
                             backing:(NSBackingStoreType)backingStoreType
                               defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
++ (NSRect)frameRectForContentRect:(NSRect)cRect styleMask:(NSWindowStyleMask)style;
 - (void)setContentSize:(NSSize)size;
 - (void)center;
 - (void)close;
