@@ -43,16 +43,22 @@ def skip_without_tools():
         sys.exit(SKIPPED)
 
 
+def write_if_changed(path, text):
+    """Precompiled headers go by the time of what they were made of."""
+    if not path.exists() or path.read_text() != text:
+        path.write_text(text)
+
+
 def prepare(build):
     """Puts what the compiler must find besides our own headers into the build's folder; returns that folder."""
     folder = Path(build) / "macos"
     libcxx = folder / "libcxx"
     libcxx.mkdir(parents=True, exist_ok=True)
-    shutil.copy(HERE / "libcxx" / "xlocale.h", libcxx)
+    shutil.copy2(HERE / "libcxx" / "xlocale.h", libcxx)
     # Debian switches off libc++'s knowledge of which macOS brought what.
     site = (LIBCXX / "__config_site").read_text().splitlines()
     kept = [line for line in site if "_LIBCPP_HAS_NO_VENDOR_AVAILABILITY_ANNOTATIONS" not in line]
-    (libcxx / "__config_site").write_text("\n".join(kept) + "\n")
+    write_if_changed(libcxx / "__config_site", "\n".join(kept) + "\n")
     third_party = folder / "third-party"
     third_party.mkdir(exist_ok=True)
     places = [Path("/usr/include"), Path("/usr/include/libpng16"), *Path("/usr/include").glob("*-linux-gnu")]

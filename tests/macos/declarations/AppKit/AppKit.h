@@ -164,9 +164,9 @@ typedef NS_ENUM(NSUInteger, NSCompositingOperation) { NSCompositingOperationSour
 
 // Views
 
-typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions){NSViewWidthSizable = 2, NSViewHeightSizable = 16};
+typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewWidthSizable = 2, NSViewHeightSizable = 16 };
 typedef NS_ENUM(NSInteger, NSWindowOrderingMode) { NSWindowBelow = -1 };
-typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions){
+typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
     NSTrackingMouseEnteredAndExited = 1,
     NSTrackingActiveInKeyWindow = 32,
     NSTrackingInVisibleRect = 512,
@@ -301,7 +301,7 @@ typedef NS_ENUM(NSUInteger, NSSegmentSwitchTracking) { NSSegmentSwitchTrackingSe
 
 // Windows
 
-typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask){
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
     NSWindowStyleMaskTitled = 1,
     NSWindowStyleMaskClosable = 2,
     NSWindowStyleMaskMiniaturizable = 4,
@@ -344,7 +344,7 @@ typedef NS_ENUM(NSInteger, NSWindowTitleVisibility) { NSWindowTitleHidden = 1 };
 
 // Menus and the status bar
 
-typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags){
+typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
     NSEventModifierFlagShift = 131072,
     NSEventModifierFlagOption = 524288,
     NSEventModifierFlagCommand = 1048576,

@@ -61,7 +61,7 @@ typedef struct {
 @end
 
 __attribute__((objc_root_class))
-@interface NSObject <NSObject>
+@interface NSObject<NSObject>
 + (instancetype)alloc;
 + (Class)class;
 - (instancetype)init;

@@ -32,8 +32,8 @@ dispatch_queue_t dispatch_get_main_queue(void);
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta);
 __attribute__((ns_returns_retained)) dispatch_source_t dispatch_source_create(dispatch_source_type_t type,
-                                                                             uintptr_t handle, uintptr_t mask,
-                                                                             dispatch_queue_t _Nullable queue);
+                                                                              uintptr_t handle, uintptr_t mask,
+                                                                              dispatch_queue_t _Nullable queue);
 void dispatch_source_set_timer(dispatch_source_t source, dispatch_time_t start, uint64_t interval, uint64_t leeway);
 void dispatch_source_set_event_handler(dispatch_source_t source, dispatch_block_t _Nullable handler);
 void dispatch_source_cancel(dispatch_source_t source);

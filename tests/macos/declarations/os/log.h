@@ -15,8 +15,7 @@ extern "C" {
 __attribute__((ns_returns_retained)) os_log_t os_log_create(const char* subsystem, const char* category);
 
 // A macro in the system; a function here, so that the format is checked.
-void os_log_with_type(os_log_t log, os_log_type_t type, const char* format, ...)
-    __attribute__((format(os_log, 3, 4)));
+void os_log_with_type(os_log_t log, os_log_type_t type, const char* format, ...) __attribute__((format(os_log, 3, 4)));
 }
 
 #define os_log(log, ...) os_log_with_type(log, OS_LOG_TYPE_DEFAULT, __VA_ARGS__)
