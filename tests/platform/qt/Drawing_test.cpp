@@ -124,10 +124,11 @@ TEST(SymbolDrawing, KnowsEverySymbolOfPanesAndMenus) {
 }
 
 double luminance(const QColor& color) {
-    const auto linear = [](double channel) {
+    const auto linear = [](int value) {
+        const double channel = value / 255.0;
         return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
     };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    return 0.2126 * linear(color.red()) + 0.7152 * linear(color.green()) + 0.0722 * linear(color.blue());
 }
 
 // Of a text in the role's colour on an opaque ground.
