@@ -8,7 +8,7 @@
 
 namespace thermopix {
 
-/// Opens the program at login through an XDG autostart entry (Desktop Application Autostart Specification 0.5).
+/// Opens the program at login through an XDG autostart entry (XDG autostart 0.5).
 /// Keeps no state: the files are judged each time as the session would judge them.
 class AutostartLoginItem final : public LoginItemManaging {
 public:

@@ -14,7 +14,7 @@
 namespace thermopix {
 
 /// The program on the session bus: one owner of its name per session, spoken to as `org.freedesktop.Application`
-/// (Desktop Entry Specification, "D-Bus Activation"). Without a bus it stands alone. Main thread.
+/// (XDG desktop entries, "D-Bus Activation"). Without a bus it stands alone. Main thread.
 class LinuxApplication final : public Application {
 public:
     /// `sessionBus` may be null; all outlive the application.
