@@ -1,18 +1,24 @@
 #include "platform/linux/updates/LinuxUpdater.h"
 
 #include <chrono>
+#include <filesystem>
 #include <string_view>
 #include <vector>
 
 #include "app/AppInfo.h"
+#include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/updates/PageOpener.h"
 
 namespace thermopix {
 
 namespace {
 
+constexpr const char* checkName = "thermopix-update-check";
+
+/// A program that is not there is named beside this one: starting it says what is missing.
 std::vector<std::string> commandOf(const UpdateSource& source, const SystemInformation& system) {
-    return {UpdateCheckProcess::programOf(system.bundlePath()).string(),
+    const std::filesystem::path folder = system.bundlePath();
+    return {companionProgram(folder, checkName).value_or(folder / checkName).string(),
             "--feed",
             source.feed,
             "--version",

@@ -1,13 +1,11 @@
 #include "platform/linux/updates/UpdateCheckProcess.h"
 
 #include <gio/gio.h>
-#include <unistd.h>
 
 #include <array>
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "platform/linux/glib/GLibHandles.h"
@@ -16,7 +14,6 @@ namespace thermopix {
 
 namespace {
 
-constexpr const char* programName = "thermopix-update-check";
 /// More than any verdict needs.
 constexpr std::size_t maximumOutput = 16384;
 
@@ -109,17 +106,6 @@ Subscription UpdateCheckProcess::check(std::function<void(const UpdateVerdict&)>
     auto run = std::make_shared<Run>(std::move(concluded));
     run->start(mainLoop_, command_, patience_);
     return Subscription([run] { run->abandon(); });
-}
-
-std::filesystem::path UpdateCheckProcess::programOf(const std::filesystem::path& folder) {
-    for (const char* place : {"", "../libexec/thermopix", "../lib/thermopix"}) {
-        auto program = (folder / place / programName).lexically_normal();
-        if (std::error_code error;
-            std::filesystem::is_regular_file(program, error) && access(program.c_str(), X_OK) == 0) {
-            return program;
-        }
-    }
-    return folder / programName;
 }
 
 }  // namespace thermopix

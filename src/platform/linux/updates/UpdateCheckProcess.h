@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -22,10 +21,6 @@ public:
         : mainLoop_(mainLoop), command_(std::move(command)), patience_(patience) {}
 
     Subscription check(std::function<void(const UpdateVerdict&)> concluded) override;
-
-    /// Where the program belongs that comes with the one in this folder: beside it, else in ../libexec/thermopix or
-    /// ../lib/thermopix; beside it when it is nowhere.
-    [[nodiscard]] static std::filesystem::path programOf(const std::filesystem::path& folder);
 
 private:
     MainLoop& mainLoop_;

@@ -7,8 +7,8 @@
 
 namespace thermopix {
 
-/// The executable of the window process: the one that `THERMOPIX_WINDOWS` names, else the one beside `program`, else in
-/// "lib/thermopix" or "libexec/thermopix" beside the folder of `program`. None when there is no such program.
+/// The executable of the window process: the one that `THERMOPIX_WINDOWS` names, else the one that comes with
+/// `program`. None when there is no such program.
 [[nodiscard]] std::optional<std::filesystem::path> windowExecutable(const std::filesystem::path& program,
                                                                     const EnvironmentVariables& variables);
 

@@ -140,21 +140,5 @@ TEST_F(UpdateCheckProcessTest, aCheckMayBeDroppedByWhomItTells) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST_F(UpdateCheckProcessTest, theProgramIsFoundBesideOrInItsLibraryFolders) {
-    const auto folderOfProgram = folder.path / "usr/bin";
-    std::filesystem::create_directories(folderOfProgram);
-    const auto found = [&] { return UpdateCheckProcess::programOf(folderOfProgram); };
-    EXPECT_EQ(found(), folderOfProgram / "thermopix-update-check");
-    folder.write("usr/bin/thermopix-update-check", "not a program");
-    std::filesystem::create_directories(folder.path / "usr/libexec/thermopix/thermopix-update-check");
-    const auto inLib = folder.script("usr/lib/thermopix/thermopix-update-check", "");
-    EXPECT_EQ(found(), inLib);
-    std::filesystem::remove(folder.path / "usr/libexec/thermopix/thermopix-update-check");
-    const auto inLibexec = folder.script("usr/libexec/thermopix/thermopix-update-check", "");
-    EXPECT_EQ(found(), inLibexec);
-    const auto beside = folder.script("usr/bin/thermopix-update-check", "");
-    EXPECT_EQ(found(), beside);
-}
-
 }  // namespace
 }  // namespace thermopix

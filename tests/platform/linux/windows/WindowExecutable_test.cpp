@@ -26,20 +26,10 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(WindowExecutableTest, StandsBesideTheProgramOrInItsLibraryFolders) {
+TEST_F(WindowExecutableTest, ComesWithTheProgram) {
     EXPECT_EQ(found(), std::nullopt);
-    for (const char* place :
-         {"libexec/thermopix/thermopix-windows", "lib/thermopix/thermopix-windows", "bin/thermopix-windows"}) {
-        // Each goes before those above.
-        const fs::path installed = install(place);
-        EXPECT_EQ(found(), installed);
-    }
-}
-
-TEST_F(WindowExecutableTest, IsAFileThatMayBeExecuted) {
-    fs::create_directories(folder.path() / "bin/thermopix-windows");
-    folder.write("lib/thermopix/thermopix-windows", "");
-    EXPECT_EQ(found(), std::nullopt);
+    const fs::path installed = install("libexec/thermopix/thermopix-windows");
+    EXPECT_EQ(found(), installed);
 }
 
 TEST_F(WindowExecutableTest, IsTheOneThatTheVariableNamesAndNoOther) {
