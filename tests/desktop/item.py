@@ -45,18 +45,30 @@ class Shown:
         return rows.splitlines()
 
 
+def install_program(session):
+    """Where the program is, in the session, beside the program of its windows."""
+    program = os.path.join(session.folder, "bin", "thermopix")
+    if not os.path.exists(program):
+        for name in ("thermopix", "thermopix-windows"):
+            if os.path.exists(os.path.join(BUILD, name)):
+                session.install(os.path.join(BUILD, name), "bin", name)
+    return program
+
+
+def install_machine(session):
+    """The modelled machine's folder in the session."""
+    machine = os.path.join(session.folder, "machine")
+    if not os.path.exists(machine):
+        session.install(os.path.join(SOURCES, "tests/fixtures/sysfs/intel-laptop"), "machine")
+    return machine
+
+
 class Item:
     """The program, started with settings of its own on the modelled machine."""
 
     def __init__(self, host, **settings):
         self.host, self.session = host, host.session
-        program = os.path.join(self.session.folder, "bin", "thermopix")
-        machine = os.path.join(self.session.folder, "machine")
-        if not os.path.exists(machine):
-            self.session.install(os.path.join(SOURCES, "tests/fixtures/sysfs/intel-laptop"), "machine")
-            for name in ("thermopix", "thermopix-windows"):
-                if os.path.exists(os.path.join(BUILD, name)):
-                    self.session.install(os.path.join(BUILD, name), "bin", name)
+        program, machine = install_program(self.session), install_machine(self.session)
         folder = os.path.join(self.session.home, ".config", "thermopix")
         shutil.rmtree(folder, ignore_errors=True)
         if settings:

@@ -66,7 +66,7 @@ class Process:
 class Session:
     """Runs as an unprivileged user when root started it, since compositors refuse root."""
 
-    def __init__(self, width, height):
+    def __init__(self, width, height, hears_programs=False):
         self.user = pwd.getpwnam("nobody") if os.geteuid() == 0 else None
         self.processes = []
         self.folder = tempfile.mkdtemp(prefix="thermopix-desktop-")
@@ -80,9 +80,10 @@ class Session:
             "XDG_RUNTIME_DIR": self.runtime,
             "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.runtime}/no-system-bus",
             "GSETTINGS_BACKEND": "keyfile",
-            "NO_AT_BRIDGE": "1",
-            "QT_ACCESSIBILITY": "0",
         }
+        # For assistive technology, or without a word for it.
+        self.environment.update({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if hears_programs else
+                                {"NO_AT_BRIDGE": "1", "QT_ACCESSIBILITY": "0"})
         for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "ASAN_SYMBOLIZER_PATH"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]

@@ -136,6 +136,19 @@ TEST_F(Accessibility, OpensAPickersMenu) {
     EXPECT_EQ(battery->text(QAccessible::Name), "Battery");
     battery->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(events, (Events{{"prefs.source", "battery"}}));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(Accessibility, HasAPickersMenuAsItsPartOnlyWhileThatIsOpen) {
+    openPane("general");
+    auto& picker = element("prefs.source");
+    EXPECT_EQ(picker.childCount(), 0);
+    EXPECT_TRUE(picker.state().collapsed);
+    act("prefs.source", QAccessibleActionInterface::showMenuAction());
+    ASSERT_EQ(picker.childCount(), 1);
+    EXPECT_TRUE(picker.state().expanded);
+    EXPECT_EQ(picker.child(0)->role(), QAccessible::PopupMenu);
+    EXPECT_EQ(picker.indexOfChild(picker.child(0)), 0);
 }
 
 TEST_F(Accessibility, SpeaksForTheWholePreviewAndTheWholeHeader) {

@@ -134,20 +134,20 @@ TEST_F(Walker, OpensAPickersMenuAndReportsWhatIsChosenThere) {
     openPane("general");
     auto& picker = find<PopupPicker>("prefs.source");
     click("prefs.source");
-    QMenu* menu = picker.openMenu();
+    QMenu* menu = picker.openedMenu();
     ASSERT_NE(menu, nullptr);
     EXPECT_TRUE(menu->isVisible());
     ASSERT_EQ(menu->actions().size(), 6);
     EXPECT_TRUE(menu->actions().at(0)->isChecked());
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().at(3)).center());
     EXPECT_EQ(events, (Events{{"prefs.source", "hottest"}}));
-    EXPECT_FALSE(picker.openMenu() != nullptr && picker.openMenu()->isVisible());
+    EXPECT_FALSE(picker.openedMenu() != nullptr && picker.openedMenu()->isVisible());
 }
 
 TEST_F(Walker, ChoosesInAPickersMenuWithTheKeyboard) {
     openPane("general");
     press("prefs.source", Qt::Key_Space);
-    QMenu* menu = find<PopupPicker>("prefs.source").openMenu();
+    QMenu* menu = find<PopupPicker>("prefs.source").openedMenu();
     ASSERT_NE(menu, nullptr);
     QTest::keyClick(menu, Qt::Key_Down);
     QTest::keyClick(menu, Qt::Key_Return);
@@ -239,10 +239,10 @@ TEST_F(Walker, KeepsAnOpenPickerOpenAndItsMarksTrue) {
     openPane("general");
     auto& picker = find<PopupPicker>("prefs.source");
     picker.showPopup();
-    const QPointer<QMenu> menu = picker.openMenu();
+    const QPointer<QMenu> menu = picker.openedMenu();
     environment.store().set(&Preferences::source, SensorSource::soc);
     showView();
-    EXPECT_EQ(picker.openMenu(), menu);
+    EXPECT_EQ(picker.openedMenu(), menu);
     EXPECT_TRUE(menu->isVisible());
     EXPECT_TRUE(menu->actions().at(2)->isChecked());
     EXPECT_EQ(events, Events{});

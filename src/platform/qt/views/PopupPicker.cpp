@@ -68,7 +68,11 @@ void PopupPicker::showPopup() {
         action->setChecked(i == currentIndex());
         action->setObjectName(objectName() + u'.' + itemData(i).toString());
         choices->addAction(action);
-        connect(action, &QAction::triggered, this, [this, i] { setCurrentIndex(i); });
+        connect(action, &QAction::triggered, this, [this, i] {
+            // Assistive technology leaves the menu open.
+            hidePopup();
+            setCurrentIndex(i);
+        });
     }
     menu_->setMinimumWidth(width());
     connect(menu_, &QMenu::aboutToHide, this, [this] { update(); });
@@ -84,6 +88,13 @@ void PopupPicker::hidePopup() {
     if (menu_ != nullptr) {
         menu_->close();
     }
+}
+
+void PopupPicker::describeState(QAccessible::State& state) const {
+    state.hasPopup = true;
+    state.expandable = true;
+    state.expanded = menu_ != nullptr;
+    state.collapsed = menu_ == nullptr;
 }
 
 void PopupPicker::markChosen() {

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPointer>
+#include <optional>
 
 #include "platform/qt/views/ViewControl.h"
 #include "settings/ViewLayout.h"
@@ -11,7 +12,7 @@
 namespace thermopix {
 
 /// Shows the chosen item; opens a menu of all of them, with the chosen one over itself.
-class PopupPicker final : public QComboBox {
+class PopupPicker final : public QComboBox, public AccessibleElement {
 public:
     explicit PopupPicker(QWidget* parent);
 
@@ -20,11 +21,14 @@ public:
     /// Brings items and choice up to date; an open menu stays open as long as the items are the same.
     void show(const ViewNode& node);
 
-    /// Null when it is closed.
-    [[nodiscard]] QMenu* openMenu() const { return menu_; }
-
     void showPopup() override;
     void hidePopup() override;
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::ComboBox; }
+    void describeState(QAccessible::State& state) const override;
+    [[nodiscard]] std::optional<QString> accessibleChoice() const override { return currentText(); }
+    void openChoices() override { showPopup(); }
+    [[nodiscard]] QMenu* openedMenu() override { return menu_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "settings/ViewNode.h"
 
@@ -34,6 +35,13 @@ public:
 
     [[nodiscard]] virtual QAccessible::Role accessibleRole() const = 0;
     virtual void describeState(QAccessible::State& state) const { (void)state; }
+
+    /// What is chosen in a control that opens a menu of choices; none for other controls. The platform takes it for the
+    /// control's name, and a label beside it for what is chosen.
+    [[nodiscard]] virtual std::optional<QString> accessibleChoice() const { return std::nullopt; }
+    virtual void openChoices() {}
+    /// The menu that it has opened, which is a part of it; null while there is none.
+    [[nodiscard]] virtual QWidget* openedMenu() { return nullptr; }
 };
 
 /// Names the widget to tests and to assistive technology; tells the latter only of a new name.

@@ -60,6 +60,10 @@ void MenuView::rebuild() {
             // A check mark is the owner's to set.
             const MenuItem item = shown_.items[i];
             actions_[i]->setChecked(item.isOn);
+            if (menu_.isVisible()) {
+                // Assistive technology leaves the menu open.
+                menu_.close();
+            }
             chosen_(item);
         });
         actions_.push_back(action);

@@ -50,6 +50,7 @@ ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), 
     standOnEveryWorkspace(*this);
     // From assistive technology; the pointer and the keys come by their own ways.
     connect(this, &QAbstractButton::clicked, this, [this] { openMenu(); });
+    menu_.setParent(this, menu_.windowFlags());
     menu_.onClosed = [this] {
         update();
         if (onMenuDidClose) {

@@ -31,6 +31,7 @@ public:
 
     [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::ButtonMenu; }
     void describeState(QAccessible::State& state) const override;
+    [[nodiscard]] QMenu* openedMenu() override { return menu_.isVisible() ? &menu_ : nullptr; }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] PopupMenu& menu() { return menu_; }
 

@@ -5,13 +5,14 @@
 #include <memory>
 
 #include "menubar/Menu.h"
+#include "platform/qt/views/ViewControl.h"
 #include "platform/qt/windows/MainMenuBar.h"
 
 namespace thermopix {
 
 /// A window of fixed content size under the program's menu bar; in the middle of the screen when first shown, and kept
 /// when the user closes it. Tells of its visibility.
-class ShellWindow final : public QWidget {
+class ShellWindow final : public QWidget, public AccessibleElement {
 public:
     enum class MenuBar { shown, shortcutsOnly };
 
@@ -34,6 +35,8 @@ public:
 
     /// Visible or miniaturised.
     [[nodiscard]] bool isShown() const { return isVisible(); }
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,0 +1,98 @@
+#!/usr/bin/env python3
+"""The windows with assistive technology alone: settings_test.py. Status 77 where that is not installed."""
+
+import json
+import os
+import subprocess
+import sys
+import unittest
+
+import accessible
+from accessible import ACTIONS, ScreenReader, content
+from desk_case import DeskTest, main
+from item import BUILD
+from session import until
+from desk import ABOUT, SETTINGS, Desk, version
+
+
+class SettingsTest(DeskTest):
+    @classmethod
+    def make_desk(cls):
+        return Desk(hears_programs=True)
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.reader = ScreenReader(cls.desk.session)
+        cls.addClassCleanup(cls.reader.close)
+        story = subprocess.check_output([os.path.join(BUILD, "thermopix_settings_story"), *version()])
+        cls.story = json.loads(story)
+
+    def open(self):
+        self.start("--uitest-show-preferences", "--uitest-fake-sensor")
+        self.desk.wait_for(SETTINGS)
+
+    def operate(self, step):
+        if step["how"] == "choose":
+            self.reader.do(SETTINGS, "ShowMenu", lambda found: found.kind == "picker" and found.name == step["name"])
+            self.reader.do(SETTINGS, "Press", lambda found: found.kind == "item" and found.name == step["item"] and
+                           found.has("showing"))
+        else:
+            kinds = ("choice", "toggle", "button")
+            self.reader.do(SETTINGS, ACTIONS[step["how"]], lambda found: found.kind in kinds and
+                           found.name == step["name"])
+
+    def assert_window_says(self, expected, step):
+        wanted = [{key: value for key, value in element.items() if key != "identifier"} for element in expected]
+        try:
+            until(lambda: content(self.reader.see(SETTINGS)) == wanted, "the window to say what the story tells")
+        except AssertionError:
+            self.assertEqual(content(self.reader.see(SETTINGS)), wanted, f"after {step['identifier']} {step['item']}")
+
+    def assert_stored(self, expected, step):
+        try:
+            until(lambda: self.desk.settings() == expected, "the stored settings to be what the story tells")
+        except AssertionError:
+            self.assertEqual(self.desk.settings(), expected, f"after {step['identifier']} {step['item']}")
+
+    def test_each_control_is_found_by_role_and_name_and_changes_its_setting_and_the_window(self):
+        self.open()
+        operated = set()
+        for step in self.story["steps"]:
+            if step["identifier"]:
+                self.operate(step)
+                operated.add(step["identifier"])
+            self.assert_stored(step["settings"], step)
+            self.assert_window_says(step["elements"], step)
+        controls = {element["identifier"] for step in self.story["steps"] for element in step["elements"]
+                    if element["kind"] in ("choice", "toggle", "picker", "button")}
+        # The choices of a segmented picker are operated one by one, and told by the picker.
+        left_out = {control for control in controls if operated.isdisjoint((control, control.rpartition(".")[0]))}
+        self.assertEqual(left_out, {"prefs.quit"})
+
+    def test_preview_and_header_are_one_element_each(self):
+        self.open()
+        spoken = self.reader.see(SETTINGS)
+        preview = next(element for element in spoken if element.name.startswith("Preview: "))
+        self.assertEqual([element for element in spoken if element.parent == preview.key], [])
+
+    def test_quit_button_ends_the_program(self):
+        self.open()
+        self.reader.do(SETTINGS, "Press", lambda found: found.kind == "choice" and found.name == "About")
+        self.reader.do(SETTINGS, "Press", lambda found: found.kind == "button" and found.name == self.story["quit"])
+        until(lambda: not self.program.is_running(), "the end of the program")
+
+    def test_about_panel_says_name_version_and_credits(self):
+        self.open()
+        self.reader.do(SETTINGS, "Press", lambda found: found.role == "menu item" and found.name == ABOUT)
+        self.desk.wait_for(ABOUT)
+        wanted = [{"kind": "text", "name": text} for text in self.story["aboutPanel"]]
+        until(lambda: content(self.reader.see(ABOUT)) == wanted, f"a panel that says {self.story['aboutPanel']}")
+
+    def test_window_is_a_frame_to_assistive_technology(self):
+        self.open()
+        self.assertEqual(self.reader.see(SETTINGS)[0].role, "frame")
+
+
+if __name__ == "__main__":
+    main(*([] if accessible.is_installed() else ["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]))
