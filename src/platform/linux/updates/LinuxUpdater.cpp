@@ -2,7 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "app/AppInfo.h"
@@ -28,14 +28,6 @@ std::vector<std::string> commandOf(const UpdateSource& source, const SystemInfor
 }
 
 }  // namespace
-
-UpdateSource UpdateSource::ofThisBuild() {
-    constexpr auto feed = std::string_view(THERMOPIX_FEED_URL);
-    if (THERMOPIX_UPDATES_BY_PACKAGE_MANAGER) {
-        return {UpdateOrigin::packageManager, {}};
-    }
-    return feed.empty() ? UpdateSource{} : UpdateSource{UpdateOrigin::feed, std::string(feed)};
-}
 
 LinuxUpdater::LinuxUpdater(const UpdateSource& source, const Services& services)
     : checking_(services.mainLoop, commandOf(source, services.system)),

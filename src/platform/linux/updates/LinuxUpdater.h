@@ -3,7 +3,6 @@
 #include <gio/gio.h>
 
 #include <memory>
-#include <string>
 
 #include "app/UpdaterManaging.h"
 #include "platform/DiagnosticLog.h"
@@ -12,18 +11,10 @@
 #include "platform/UserDefaults.h"
 #include "platform/linux/updates/DesktopNotices.h"
 #include "platform/linux/updates/UpdateCheckProcess.h"
+#include "platform/linux/updates/UpdateSource.h"
 #include "updates/UpdateController.h"
 
 namespace thermopix {
-
-/// Where this copy's updates come from, fixed when it is built.
-struct UpdateSource {
-    UpdateOrigin origin = UpdateOrigin::elsewhere;
-    /// The feed's address; empty for another origin.
-    std::string feed;
-
-    [[nodiscard]] static UpdateSource ofThisBuild();
-};
 
 /// Updates on Linux: a program of its own looks at the feed, the desktop's notifications tell what it found, and the
 /// release's page opens in the browser. Installs nothing. Main thread.
