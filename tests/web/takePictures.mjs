@@ -6,7 +6,11 @@ import { Browser } from "./Browser.mjs";
 import { fileAddress } from "./Site.mjs";
 
 const directory = process.argv[2];
-const screens = { phone: { width: 390, height: 844, scale: 2 }, desktop: { width: 1280, height: 900, scale: 1 } };
+const screens = {
+    phone: { width: 390, height: 844, scale: 2 },
+    tablet: { width: 820, height: 1180, scale: 2 },
+    desktop: { width: 1280, height: 900, scale: 1 },
+};
 const schemes = ["light", "dark"];
 const scenes = { cold: 30, comfy: 52, toasty: 74, burning: 93 };
 

@@ -29,4 +29,13 @@ function find(id) {
     return document.getElementById(id);
 }
 
-find("brand-mark").append(makePicture(glyphs.fonts.arcade5x7.glyphs["~"], 4, arcade));
+const mark = glyphs.fonts.arcade5x7.glyphs["~"];
+find("brand-mark").append(makePicture(mark, 4, arcade));
+
+/** The mark as the icon of the browser's tab. */
+function drawIcon() {
+    const canvas = document.createElement("canvas");
+    paintRows(canvas, mark, 8, 0, getComputedStyle(find("brand-mark").firstChild).color);
+    find("icon").href = canvas.toDataURL();
+}
+drawIcon();

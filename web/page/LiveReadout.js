@@ -127,7 +127,8 @@ class LiveReadout {
         find("degrees").value = readoutText(display, true, false).trim();
         find("mood-title").textContent = mood.title;
         find("mood-caption").textContent = mood.caption;
-        find("subtitle").textContent = `${choices.style.subtitle} ${pet.subtitle}`;
+        find("pet-subtitle").textContent = pet.subtitle;
+        find("style-subtitle").textContent = choices.style.subtitle;
         this.#form.elements.celsius.setAttribute("aria-valuetext", `${spoken} ${mood.title}.`);
         for (const [each, picture] of this.#petPictures) {
             picture.show(petRows(each, display.mood, false) ?? ["........"], 4, arcade);

@@ -45,3 +45,14 @@ for (const style of glyphs.styles) {
         ),
     );
 }
+
+/** Every pet in every mood, a row a pet. */
+find("crowd").append(
+    ...glyphs.pets
+        .filter((pet) => pet.blink)
+        .flatMap((pet) =>
+            glyphs.moods.map((mood) =>
+                make("span", { className: mood.id }, makePicture(pet.moods[mood.id], faceCell - 3, arcade)),
+            ),
+        ),
+);
