@@ -38,12 +38,8 @@ void RefreshScheduler::schedule() {
         return;
     }
     timer_.cancel();
-    timer_ = mainLoop_.repeating(MainLoop::Duration::zero(), seconds(interval_), leeway(interval_), [this] {
-        // A copy, because the callback may replace itself or destroy the scheduler.
-        if (const auto tick = onTick) {
-            tick();
-        }
-    });
+    timer_ =
+        mainLoop_.repeating(MainLoop::Duration::zero(), seconds(interval_), leeway(interval_), [this] { onTick(); });
 }
 
 void RefreshScheduler::suspend() {
@@ -51,9 +47,7 @@ void RefreshScheduler::suspend() {
     if (std::exchange(isAsleep_, true)) {
         return;
     }
-    if (const auto fallenAsleep = onSleep) {
-        fallenAsleep();
-    }
+    onSleep();
 }
 
 void RefreshScheduler::wake() {
@@ -62,9 +56,7 @@ void RefreshScheduler::wake() {
     }
     isAsleep_ = false;
     const std::weak_ptr<const Lifetime> lifetime = lifetime_;
-    if (const auto woken = onWake) {
-        woken();
-    }
+    onWake();
     if (!lifetime.expired()) {
         schedule();
     }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <vector>
 
+#include "base/Callback.h"
 #include "base/Subscription.h"
 #include "platform/MainLoop.h"
 #include "platform/SleepNotifications.h"
@@ -31,10 +31,10 @@ public:
     [[nodiscard]] bool isAsleep() const { return isAsleep_; }
 
     /// The callbacks set last are the ones called; each may replace any or destroy the scheduler.
-    std::function<void()> onTick;
-    std::function<void()> onWake;
+    Callback onTick;
+    Callback onWake;
     /// Called when a sleep begins, so that other timers can rest too.
-    std::function<void()> onSleep;
+    Callback onSleep;
 
 private:
     struct Lifetime {};

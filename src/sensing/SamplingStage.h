@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,9 +35,10 @@ private:
 
     NamePatterns patterns_;
     std::vector<SensorSample> samples_;
-    /// In the order of the questions; the next one is answered from `next_` on.
+    /// In the order of the questions.
     std::vector<Answer> answers_;
-    std::size_t next_ = 0;
+    /// Where the answer to the next question is expected; only while `sample` runs.
+    std::vector<Answer>::iterator next_;
 };
 
 }  // namespace thermopix
