@@ -6,6 +6,18 @@ else()
     add_link_options(-Wl,--gc-sections)
 endif()
 
+# A shared C++ library is a megabyte that the resident program would keep mapped for the few parts that it uses.
+option(THERMOPIX_STATIC_RUNTIME "Put the used parts of the C++ library and of fmt into the resident program" OFF)
+set(THERMOPIX_FMT fmt::fmt)
+if(THERMOPIX_STATIC_RUNTIME)
+    set(THERMOPIX_FMT fmt::fmt-header-only)
+endif()
+function(thermopix_resident target)
+    if(THERMOPIX_STATIC_RUNTIME)
+        target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
+    endif()
+endfunction()
+
 # thermopix_every_tick(TARGET SOURCE...): what runs at each refresh is compiled for speed where all else is for size.
 function(thermopix_every_tick target)
     set_property(SOURCE ${ARGN} TARGET_DIRECTORY ${target} APPEND PROPERTY
