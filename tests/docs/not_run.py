@@ -63,6 +63,9 @@ TABLE = {
     "./dev test -L pixels": NotRun(MINUTES, knows_label),
     "./dev test Smoother": NotRun(MINUTES, knows_dev_command),
     "ctest --test-dir build/release -L base": NotRun("is the one that runs this test", knows_label),
+    "./dev package": NotRun(MINUTES, knows_dev_command),
+    "sudo apt install ./build/package/*.deb": NotRun(
+        INSTALLS, has_files("tools/package.sh", "packaging/debian/control")),
     "./dev lint": NotRun(MINUTES, knows_dev_command),
     "./dev fmt": NotRun("rewrites the source", knows_dev_command),
     "./dev coverage": NotRun(MINUTES, knows_dev_command),
