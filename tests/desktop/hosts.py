@@ -165,11 +165,14 @@ class Waybar(Host):
     shape = "readout"
     bar_height = 24
 
-    def prepare(self):
-        configuration = self.session.write("sway.conf", f"""\
+    def configuration(self):
+        return f"""\
 output X11-1 resolution {self.width * self.scale}x{self.height * self.scale} scale {self.scale}
 output * background #5e81ac solid_color
-""")
+"""
+
+    def prepare(self):
+        configuration = self.session.write("sway.conf", self.configuration())
         self.bar = self.session.write("waybar.json", f"""\
 {{"layer": "top", "height": {self.bar_height}, "modules-right": ["tray"]}}
 """)
@@ -177,7 +180,8 @@ output * background #5e81ac solid_color
 window#waybar { background: #2b303b; }
 #tray { margin: 0 8px; }
 """)
-        self.session.start("sway", "--config", configuration, WLR_BACKENDS="x11", WLR_RENDERER="pixman")
+        self.session.start("sway", "--config", configuration, WLR_BACKENDS="x11", WLR_RENDERER="pixman",
+                           SWAYSOCK=os.path.join(self.session.runtime, "sway.sock"))
         socket = os.path.join(self.session.runtime, "wayland-1")
         until(lambda: os.path.exists(socket), "the compositor")
 
@@ -193,4 +197,33 @@ class DenseWaybar(Waybar):
     scale = 2
 
 
-HOSTS = (XfcePanel, LightXfcePanel, MatePanel, LxqtPanel, Waybar, DenseWaybar)
+class Swaybar(Waybar):
+    """The compositor's own bar, which knows no menus and leaves each click to the item."""
+
+    name = "swaybar"
+    programs = ("swaybar", "sway")
+    shape = "digits"
+    # What the bar leaves between its padding.
+    square = 20
+
+    def prepare(self):
+        super().prepare()
+        self.socket = os.path.join(self.session.runtime, "sway.sock")
+
+    def configuration(self):
+        # The bar is started by hand, so that it can be ended by hand.
+        return super().configuration() + f"""\
+bar {{
+    swaybar_command true
+    position top
+    height {self.bar_height}
+    colors background #2b303b
+}}
+"""
+
+    def start(self):
+        self.process = self.session.start("swaybar", "--bar_id", "bar-0", "--socket", self.socket,
+                                          WAYLAND_DISPLAY="wayland-1")
+
+
+HOSTS = (XfcePanel, LightXfcePanel, MatePanel, LxqtPanel, Waybar, DenseWaybar, Swaybar)

@@ -15,7 +15,7 @@ BUILD = os.environ.get("THERMOPIX_BUILD", os.path.join(SOURCES, "build", "releas
 
 SEPARATOR = ""
 # What the menu shows for the modelled machine with a pet.
-MENU = ("Comfy — 57°C", "Perfectly comfortable.", "CPU · hottest of 6 sensors · thermal state nominal", SEPARATOR,
+MENU = ("Comfy — 57°C", "Perfectly comfortable.", "CPU · hottest of 5 sensors · thermal state nominal", SEPARATOR,
         "Pet", "No pet", "Cat", "Westie", "Mac", "Ghost", SEPARATOR,
         "Unit", "Celsius", "Fahrenheit", SEPARATOR,
         "Style", "Arcade", "Micro", "Segment", "Dot Matrix", SEPARATOR,
