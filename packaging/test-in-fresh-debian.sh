@@ -1,17 +1,22 @@
 #!/usr/bin/env bash
 # Installs the packages of a folder into a fresh Debian and uses them there: test-in-fresh-debian.sh FOLDER
-# Needs root and a package mirror; the fresh system is made in FOLDER/root and removed again.
+# Needs root and a package mirror; the fresh system is made in FOLDER/root and removed again. What runs in it ends with
+# the test.
 set -euo pipefail
-readonly packages=$1
-readonly root=$packages/root
-tree=$(dirname "$(readlink -f "$0")")/../tests/fixtures/sysfs/intel-laptop
-readonly tree
+if [[ ${THERMOPIX_FRESH_DEBIAN-} != unshared ]]; then
+    ((EUID == 0)) || { echo "fresh Debian: needs root" >&2 && exit 1; }
+    THERMOPIX_FRESH_DEBIAN=unshared exec unshare --mount --pid --fork --kill-child "$0" "$@"
+fi
+
+packages=$(readlink -f "$1")
+project=$(dirname "$(readlink -f "$0")")/..
+readonly packages project root=$packages/root log=$packages/fresh-debian.log
+readonly release=bookworm
 
 die() {
     printf 'fresh Debian: %s\n' "$*" >&2
     exit 1
 }
-((EUID == 0)) || die "needs root"
 
 leave() {
     umount "$root/proc" 2>/dev/null || true
@@ -20,43 +25,67 @@ leave() {
 trap leave EXIT
 leave
 
-mirror=$(awk '/^(deb|URIs:) / { for (i = 1; i <= NF; i++) if ($i ~ /^https?:/) { print $i; exit } }' \
-    /etc/apt/sources.list /etc/apt/sources.list.d/* 2>/dev/null)
-debootstrap --variant=minbase bookworm "$root" "${mirror:-http://deb.debian.org/debian}" >"$packages/debootstrap.log" 2>&1 ||
-    die "debootstrap failed; see $packages/debootstrap.log"
-for file in /etc/apt/apt.conf.d /etc/apt/sources.list /etc/apt/sources.list.d /etc/resolv.conf /etc/ssl/certs; do
+# The mirror of the machine that this runs on, and how it is reached.
+mirror=$(apt-get indextargets --format "\$(REPO_URI)" 'Created-By: Packages' 'Label: Debian' "Codename: $release" |
+    head -n 1)
+debootstrap --variant=minbase "$release" "$root" "${mirror:-http://deb.debian.org/debian}" >"$log" 2>&1 </dev/null ||
+    die "debootstrap failed; see $log"
+apt-config dump | grep -iE '^Acquire::(https?::)?(proxy|cainfo|retries)' >"$root/etc/apt/apt.conf.d/as-outside" || true
+for file in /etc/resolv.conf /etc/ssl/certs/ca-certificates.crt; do
     if [[ -e $file ]]; then
-        mkdir -p "$root$(dirname "$file")"
-        cp -rL "$file" "$root$(dirname "$file")/" 2>/dev/null || true
+        install -D -m 644 "$(readlink -f "$file")" "$root$file"
     fi
 done
 mount -t proc proc "$root/proc"
-cp "$packages"/*.deb "$root/tmp/"
-cp -r "$tree" "$root/tmp/machine"
+install -D -t "$root/srv/build/package" "$packages"/*.deb
+cp -r "$project/tests/fixtures/sysfs/intel-laptop" "$root/srv/machine"
+cp "$project/tests/packages/installed_desktop.py" "$root/srv/"
+chmod -R a+rX "$root/srv"
 
-inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive "$@"; }
-# Only the resident part, as on a system without windows, and then all of it.
-inside sh -c 'apt-get update -qq && apt-get install -y -qq --no-install-recommends dbus /tmp/thermopix_*.deb' \
-    >"$packages/install.log" 2>&1 || die "the resident package cannot be installed; see $packages/install.log"
+# as_root COMMAND...: its output goes to the log.
+as_root() {
+    chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
+        "$@" >>"$log" 2>&1 </dev/null
+}
+# as_user COMMAND...: someone of the fresh system, without a network, on the modelled machine.
+as_user() {
+    unshare --net chroot --userspec=someone "$root" env -i PATH=/usr/bin:/bin HOME=/home/someone LANG=C.UTF-8 \
+        THERMOPIX_SYSFS_ROOT=/srv/machine timeout 300 "$@" 2>>"$log" </dev/null
+}
+used_on_a_desktop() {
+    as_user dbus-run-session -- python3 /srv/installed_desktop.py "$@"
+}
+say() { printf 'fresh Debian: %s\n' "$*"; }
 
-inside thermopix --version
-inside env THERMOPIX_SYSFS_ROOT=/tmp/machine thermopix --acceptance-selftest 2>/dev/null | tail -n 1 | grep -qx PASSED ||
-    die "the self-test does not pass"
-inside env THERMOPIX_SYSFS_ROOT=/tmp/machine thermopix --sensors 2>/dev/null | grep -q '^--- CPU  [0-9]' ||
-    die "the report shows no processor"
-line=$(inside env THERMOPIX_SYSFS_ROOT=/tmp/machine timeout 5 thermopix 2>/dev/null || true)
-[[ $line == *"degrees Celsius"* ]] || die "the readout does not appear in the terminal"
-# The bus starts the program by its name; it ends with the bus.
-bus_call() { printf 'dbus-send --session --print-reply --dest=org.freedesktop.DBus /org/freedesktop/DBus %s' "$1"; }
-readonly name=io.github.thermopix.Thermopix
-inside env THERMOPIX_SYSFS_ROOT=/tmp/machine DISPLAY=:none dbus-run-session -- sh -c \
-    "$(bus_call "org.freedesktop.DBus.StartServiceByName string:$name uint32:0") &&
-    $(bus_call "org.freedesktop.DBus.NameHasOwner string:$name")" 2>/dev/null | grep -q 'boolean true' ||
-    die "the bus does not start the program"
+as_root useradd --create-home someone
+as_root mkdir -m 1777 /tmp/.X11-unix  # as the start of a system makes it
+as_root apt-get update -q
 
-inside sh -c 'apt-get install -y -qq --no-install-recommends /tmp/thermopix-windows_*.deb' >>"$packages/install.log" 2>&1 ||
-    die "the windows' package cannot be installed; see $packages/install.log"
-inside test -x /usr/libexec/thermopix/thermopix-windows || die "the window process is not where it belongs"
-inside sh -c 'apt-get remove -y -qq thermopix thermopix-windows && ! test -e /usr/bin/thermopix' \
-    >>"$packages/install.log" 2>&1 || die "the packages cannot be removed"
-printf 'fresh Debian: installed, used and removed\n'
+# Only the resident part, as on a system without windows.
+as_root sh -c 'apt-get install -y --no-install-recommends /srv/build/package/thermopix_*.deb dbus' ||
+    die "the resident package cannot be installed; see $log"
+say "$(as_user thermopix --version)"
+as_user thermopix --acceptance-selftest | tail -n 1 | grep -qx PASSED || die "the self-test does not pass"
+as_user thermopix --sensors | grep -q '^--- CPU  57\.0 °C' || die "the report shows no processor"
+[[ $(as_user timeout 5 thermopix || true) == *"57 degrees Celsius"* ]] ||
+    die "the readout does not appear in the terminal"
+say "the self-test passes, the report and the readout show the modelled machine"
+as_root apt-get install -y --no-install-recommends python3-gi || die "the test's own tools cannot be installed; see $log"
+used_on_a_desktop || die "it does not work on a desktop without windows; see $log"
+
+# All of it, in the words of the README.
+command=$(grep -oE 'apt install \./build/package/\*\.deb' "$project/README.md" | head -n 1)
+[[ -n $command ]] || die "README.md does not say how the packages are installed"
+as_root sh -c "cd /srv && ${command/install/install -y}" || die "'$command' fails; see $log"
+as_root apt-get install -y --no-install-recommends xvfb x11-utils ||
+    die "the test's own tools cannot be installed; see $log"
+used_on_a_desktop --windows || die "its windows do not work; see $log"
+
+installed=$(chroot "$root" dpkg -L thermopix thermopix-windows)
+as_root apt-get purge -y thermopix thermopix-windows || die "the packages cannot be removed; see $log"
+while read -r path; do
+    if [[ -f $root$path || -L $root$path ]]; then
+        die "$path stays behind"
+    fi
+done <<<"$installed"
+say "installed, used and removed"

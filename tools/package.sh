@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the Debian packages into build/package/: tools/package.sh [--test]
-# With --test they are built a second time in another folder, compared byte by byte, and installed into a fresh
-# Debian, where they have to work (needs root).
+# Builds the Debian packages of what is committed into build/package/: tools/package.sh [--test]
+# With --test they are built a second time, elsewhere and in other surroundings, have to come out byte for byte the
+# same, and are installed into a fresh Debian, where they have to work (needs root, or sudo).
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 
@@ -13,63 +13,72 @@ die() {
 
 version=$(sed -n 's/^project(thermopix VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 [[ -n $version ]] || die "CMakeLists.txt names no version"
-release_date=$(python3 tools/changelog_releases.py CHANGELOG.md | sed -n "s/.*version=\"$version\" date=\"\([0-9-]*\)\".*/\1/p")
-[[ -n $release_date ]] || die "CHANGELOG.md has no entry for $version"
 build_number=$(git rev-list --count HEAD)
-readonly version release_date build_number
+readonly version build_number
 
-# What is committed, with the packaging in its place.
+# What is committed, with the packaging in its place; prints the folder.
 stage() {
-    local folder=$1/thermopix-$version
-    rm -rf "$1"
+    local folder=$1/thermopix-$version changelog
     mkdir -p "$folder"
     git archive HEAD | tar -x -C "$folder"
     cp -r "$folder/packaging/debian" "$folder/debian"
-    cat >"$folder/debian/changelog" <<TEXT
-thermopix ($version) unstable; urgency=medium
-
-  * Release $version; /usr/share/doc/thermopix/changelog.gz says what is new.
-
- -- The Thermopix authors <maintainers@thermopix.invalid>  $(date -u -R -d "$release_date")
-TEXT
-    cp "$folder/CHANGELOG.md" "$folder/debian/thermopix.docs.changelog"
+    changelog=$("$folder/tools/changelog_releases.py" "$folder/CHANGELOG.md" debian)
+    [[ $changelog == "thermopix ($version) "* ]] || die "CHANGELOG.md does not begin with $version"
+    printf '%s\n' "$changelog" >"$folder/debian/changelog"
     printf '%s\n' "$folder"
 }
 
-# Builds what is staged in a folder; the packages come to stand beside it.
+# Builds what is staged in a new folder, from nothing; the packages come to stand in that folder.
 build_in() {
     local folder
     folder=$(stage "$1")
-    if ! (cd "$folder" && THERMOPIX_BUILD=$build_number dpkg-buildpackage -b -us -uc -rfakeroot) \
-        >"$1/build.log" 2>&1; then
+    if ! (cd "$folder" && env -u CMAKE_CXX_COMPILER_LAUNCHER CCACHE_DISABLE=1 THERMOPIX_BUILD="$build_number" \
+        dpkg-buildpackage -b -us -uc -rfakeroot --jobs=auto) >"$1/build.log" 2>&1 </dev/null; then
         tail -n 40 "$1/build.log" >&2
         die "the build failed; all of it is in $1/build.log"
     fi
 }
 
+# What is found of less weight is shown.
 check_lintian() {
     local found
-    found=$(lintian --allow-root --fail-on error,warning "$1"/*.changes 2>&1) || die "lintian: $found"
-    [[ -z $found ]] || printf '%s\n' "$found"
+    found=$(lintian --allow-root --display-info --fail-on error,warning "$1"/*.changes 2>&1) || die "lintian: $found"
+    printf 'lintian: clean\n%s' "${found:+$found$'\n'}"
 }
 
 check_reproducible() {
-    local second=$out/again
-    build_in "$second/elsewhere"
-    local package
-    for package in "$out"/*.deb; do
-        cmp "$package" "$second/elsewhere/$(basename "$package")" ||
-            die "$(basename "$package") differs between two builds"
-    done
-    printf 'reproducible: two builds in different folders gave the same packages\n'
+    local elsewhere
+    elsewhere=$(mktemp -d)
+    # shellcheck disable=SC2064  # the folder of now
+    trap "rm -rf '$elsewhere'" EXIT
+    (
+        umask 077
+        export TZ=Pacific/Kiritimati LC_ALL=C.UTF-8 HOME=$elsewhere/home
+        build_in "$elsewhere/quite/another/folder"
+    )
+    (cd "$elsewhere/quite/another/folder" && sha256sum --quiet --check "$out/work/SHA256SUMS") ||
+        die "two builds differ; the first is in $out"
+    printf 'reproducible: two builds, in different folders and surroundings, gave the same packages\n'
 }
 
+rm -rf "$out"
+mkdir -p "$out/work"
 build_in "$out/work"
-rm -f "$out"/*.deb
-mv "$out"/work/*.deb "$out"/work/*.changes "$out"/work/*.buildinfo "$out"/
-check_lintian "$out"
-(cd "$out" && sha256sum ./*.deb >SHA256SUMS && cat SHA256SUMS)
+check_lintian "$out/work"
+(cd "$out/work" && sha256sum ./*.deb >SHA256SUMS)
+# What people install stands alone; debugging symbols and the build's own papers stand apart.
+mkdir "$out/debug-symbols"
+cp "$out"/work/*-dbgsym_*.deb "$out/debug-symbols/"
+find "$out/work" -maxdepth 1 -name '*.deb' -not -name '*-dbgsym_*' -exec cp -t "$out" {} +
+(cd "$out" && sha256sum ./*.deb | tee SHA256SUMS)
+
 if [[ ${1-} == --test ]]; then
     check_reproducible
-    packaging/test-in-fresh-debian.sh "$out"
+    as_root=()
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null || die "trying the packages in a fresh Debian needs root, or sudo"
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" packaging/test-in-fresh-debian.sh "$out"
+    printf '== passed: lintian, the same bytes twice, and a fresh Debian\n'
 fi
