@@ -63,13 +63,22 @@ std::string bash() {
         directories, flags);
 }
 
+// In a word between single quotes, which ends and starts again around a quote.
+std::string zshText(std::string_view text) {
+    std::string result;
+    for (const char character : escaped(text, "[]:")) {
+        result += character == '\'' ? "'\\''" : std::string(1, character);
+    }
+    return result;
+}
+
 std::string zsh() {
     std::string text = "#compdef thermopix\n\n_arguments";
     for (const auto& option : publicOptions()) {
         const std::string value = option.valueName.empty() ? ""
                                   : takesDirectory(option) ? ":directory:_files -/"
                                                            : ":value:";
-        text += fmt::format(" \\\n    '{}[{}]{}'", option.flag, escaped(option.help, "[]:"), value);
+        text += fmt::format(" \\\n    '{}[{}]{}'", option.flag, zshText(option.help), value);
     }
     return text + "\n";
 }

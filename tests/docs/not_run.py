@@ -64,6 +64,7 @@ TABLE = {
     "./dev test Smoother": NotRun(MINUTES, knows_dev_command),
     "ctest --test-dir build/release -L base": NotRun("is the one that runs this test", knows_label),
     "./dev package": NotRun(MINUTES, knows_dev_command),
+    "./dev package --test": NotRun(MINUTES, knows_dev_command),
     "sudo apt install ./build/package/*.deb": NotRun(
         INSTALLS, has_files("tools/package.sh", "packaging/debian/control")),
     "./dev lint": NotRun(MINUTES, knows_dev_command),
