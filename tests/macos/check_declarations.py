@@ -11,7 +11,7 @@ gate.skip_without_tools()
 import declared
 import facts
 
-folder = gate.prepare(sys.argv[1])
+sdk = gate.stand_in(sys.argv[1]) / "sdk"
 declarations = Path(sys.argv[2]) if len(sys.argv) > 2 else gate.DECLARATIONS
 table, problems = facts.read(Path(sys.argv[3]) if len(sys.argv) > 3 else gate.FACTS)
 known = {fact.key: fact for fact in table if fact.kind != "runtime" and not fact.owner.startswith("Thermopix")}
@@ -30,7 +30,7 @@ def compare(fact, row, target):
 
 
 for target in gate.TARGETS:
-    rows = declared.read(folder, target, declarations)
+    rows = declared.read(sdk, target, declarations)
     if not rows:
         problems.append(f"{target}: nothing is declared")
     for key, row in rows.items():

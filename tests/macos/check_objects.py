@@ -1,4 +1,4 @@
-"""check_objects.py BUILD [OBJECTS]: the objects of the layer use no selector, class or function that the table of facts
+"""check_objects.py BUILD [OBJECTS]: the layer's objects, of the build or in OBJECTS/TARGET, use no selector, class or function that the table of facts
 does not have, and the table has none that they do not use."""
 
 import re
@@ -10,7 +10,6 @@ import facts
 import gate
 
 gate.skip_without_tools()
-folder = Path(sys.argv[1]) / "macos"
 table, problems = facts.read()
 selectors = {fact.selector for fact in table}
 classes = {fact.name for fact in table if fact.kind == "class"}
@@ -81,10 +80,9 @@ def check_symbol(file, symbol):
 own = own_selectors()
 used_selectors, used_symbols = set(), set()
 for target in gate.TARGETS:
-    place = Path(sys.argv[2]) / target if len(sys.argv) > 2 else gate.objects(folder, target)
-    files = sorted(place.glob("*.o"))
+    files = sorted((Path(sys.argv[2]) / target).rglob("*.o")) if len(sys.argv) > 2 else gate.objects(sys.argv[1], target)
     if not files:
-        problems.append(f"no object in {place}")
+        problems.append(f"{target}: no object")
     for file in files:
         for name in sorted(named_in(file)):
             if name not in selectors and name not in own:

@@ -67,21 +67,50 @@ def signature(cursor):
     return plain(f"{cursor.result_type.get_canonical().spelling} ({arguments})")
 
 
-def read(folder, target, declarations=gate.DECLARATIONS):
-    """All rows: (kind, owner, name) to (type, nullability, first version)."""
+def parse(sdk, target, declarations):
     text = "".join(f"#import <{header}>\n" for header in HEADERS)
     # The library does not know where the compiler keeps its own headers.
     resources = subprocess.run([gate.COMPILER, "-print-resource-dir"], capture_output=True, text=True, check=True)
-    arguments = ["-x", "objective-c++", "-fobjc-arc", "-fblocks", *gate.flags(folder, target, declarations),
+    arguments = ["-x", "objective-c++", "-std=c++20", "-fobjc-arc", "-fblocks", "-target", gate.TARGETS[target],
+                 "-isysroot", str(sdk), "-isystem", str(sdk / "usr" / "include" / "c++" / "v1"),
+                 f"-I{declarations}", "-U__nonnull", "-U__nullable", "-D_GNU_SOURCE",
                  "-resource-dir", resources.stdout.strip()]
     unit = cindex.Index.create().parse("all.mm", args=arguments, unsaved_files=[("all.mm", text)],
                                        options=INCLUDE_ATTRIBUTED_TYPES)
     wrong = [str(each) for each in unit.diagnostics if each.severity >= cindex.Diagnostic.Error]
     if wrong:
         gate.finish(wrong, "")
+    return unit.cursor
+
+
+def read(sdk, target, declarations=gate.DECLARATIONS):
+    """All rows: (kind, owner, name) to (type, nullability, first version)."""
     rows = {}
-    visit(unit.cursor, Path(declarations).resolve(), rows)
+    visit(parse(sdk, target, declarations), Path(declarations).resolve(), rows)
     return rows
+
+
+def places(sdk):
+    """Which folder of headers declares each class, function and constant that a program is linked with."""
+    found, folder = {}, gate.DECLARATIONS.resolve()
+
+    def look(parent):
+        for cursor in parent.get_children():
+            kind, place = kind_of(cursor), cursor.location.file
+            if place is None or folder not in Path(place.name).resolve().parents:
+                continue
+            header = Path(place.name).resolve().relative_to(folder).parts[0]
+            if kind in (KINDS.LINKAGE_SPEC, KINDS.UNEXPOSED_DECL):
+                look(cursor)
+            elif kind == KINDS.OBJC_INTERFACE_DECL:
+                found["class", cursor.spelling] = header
+            elif kind == KINDS.FUNCTION_DECL and not cursor.is_definition():
+                found["function", cursor.spelling] = header
+            elif kind == KINDS.VAR_DECL and "=" not in text_of(cursor):
+                found["constant", cursor.spelling] = header
+
+    look(parse(sdk, "arm64", gate.DECLARATIONS))
+    return found
 
 
 def visit(parent, folder, rows):

@@ -2,6 +2,7 @@
 and fails unless each is found, by the check that is there for it and for the reason that it was planted for."""
 
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -13,7 +14,7 @@ import gate
 
 gate.skip_without_tools()
 build = sys.argv[1]
-folder = gate.prepare(build)
+commands = {target: gate.commands(build, target) for target in gate.TARGETS}
 LAYER = "platform/macos/"
 
 # In a source: the file, what stands there, what is planted, and a part of what the compiler says.
@@ -76,13 +77,18 @@ DECLARED = [
      "NSStatusBarButton: declared as NSView"),
 ]
 TABLE = [
-    ("row without a source", "\t\tsparkle\n", "\t\t\n", "names no source"),
+    ("row without a source", "\tbundled\tsparkle\n", "\tbundled\t\n", "names no source"),
+    ("row with one source", "\tinformal\tinterface-builder applications\n", "\tinformal\tinterface-builder\n",
+     "names one source alone"),
+    ("source that nobody knows", "\txnu ", "\txun ", "names xun, which is no source"),
+    ("row without a first version", "\t10.10\tpyobjc", "\t\tpyobjc", "has neither a first version nor a reason"),
+    ("reason that nobody knows", "\tbundled\tsparkle\n", "\tsomehow\tsparkle\n", "neither a version nor a reason"),
     ("row that nothing declares", "method\tNSWindow\t-center\t", "method\tNSWindow\t-centre\t",
      "a fact that nothing declares"),
 ]
 
 # Compiles, and would do nothing or fail on a Mac: found in the objects.
-LINKED = [
+USED = [
     ("selector that nobody has", LAYER + "system/MacThermalState.mm", "namespace thermopix {",
      "@protocol Invented\n- (int)heat;\n@end\nint heat(id<Invented> machine);\n"
      "int heat(id<Invented> machine) { return [machine heat]; }\nnamespace thermopix {", "selector heat"),
@@ -116,10 +122,16 @@ def script(name, *arguments):
     return result.stdout + result.stderr if result.returncode else None
 
 
-def compiled(mistake, scratch):
+def compile_planted(mistake, scratch, target, output):
+    """What the compiler says of the source with the mistake in it, or None."""
     _, file, old, new, _ = mistake
-    source = write(scratch / Path(file).name, planted(gate.SOURCES / file, old, new))
-    return gate.check_source(source, folder, "arm64") or gate.check_source(source, folder, "x86_64")
+    copy = write(scratch / target / Path(file).name, planted(gate.SOURCES / file, old, new))
+    return gate.compile_copy(commands[target][gate.SOURCES / file], gate.SOURCES / file, copy, output)
+
+
+def compiled(mistake, scratch):
+    return (compile_planted(mistake, scratch, "arm64", scratch / "planted.o")
+            or compile_planted(mistake, scratch, "x86_64", scratch / "planted.o"))
 
 
 def declared(mistake, scratch):
@@ -136,16 +148,105 @@ def table(mistake, scratch):
     return script("check_declarations.py", build, gate.DECLARATIONS, copy)
 
 
-def linked(mistake, scratch):
-    _, file, old, new, _ = mistake
-    source = write(scratch / Path(file).name, planted(gate.SOURCES / file, old, new))
+def objects(mistake, scratch):
     for target in gate.TARGETS:
         place = scratch / "objects" / target
-        shutil.copytree(gate.objects(folder, target), place)
-        said = gate.compile_source(source, folder, target, place / (source.name + ".o"))
+        place.mkdir(parents=True)
+        for file in gate.objects(build, target):
+            shutil.copy2(file, place)
+        said = compile_planted(mistake, scratch, target, place / (Path(mistake[1]).name + ".o"))
         if said:
             return f"the compiler refuses it already: {said}"
     return script("check_objects.py", build, scratch / "objects")
+
+
+def link_command(target):
+    """The command by which the build links the program, without what the shell does around it."""
+    said = subprocess.run(["ninja", "-C", str(gate.app_build(build, target)), "-t", "commands",
+                           "Thermopix.app/Contents/MacOS/Thermopix"], capture_output=True, text=True, check=True)
+    return said.stdout.splitlines()[-1].removeprefix(": && ").removesuffix(" && :")
+
+
+def relink(target, old, new, output):
+    """Links the program by another command, to another place; what the linker says, or None."""
+    command = link_command(target)
+    if old not in command:
+        raise SystemExit(f"the program is not linked with {old}: {command}")
+    command = command.replace(old, new, 1).replace("-o Thermopix.app/Contents/MacOS/Thermopix", f"-o {output}")
+    return gate.run(["sh", "-c", command], gate.app_build(build, target))
+
+
+def linked(mistake, scratch):
+    _, target, old, new, _ = mistake
+    return relink(target, old, new, scratch / "Thermopix")
+
+
+def bundled(mistake, scratch):
+    _, target, plant, _ = mistake
+    app = scratch / "Thermopix.app"
+    shutil.copytree(gate.app_build(build, target) / "Thermopix.app", app, symlinks=True)
+    plant(app / "Contents")
+    return script("check_bundle.py", build, target, app)
+
+
+def in_dictionary(old, new):
+    def plant(contents):
+        write(contents / "Info.plist", planted(contents / "Info.plist", old, new))
+    return plant
+
+
+def without_rpath(contents):
+    said = relink("x86_64", "-Wl,-rpath,@executable_path/../Frameworks", "", contents / "MacOS" / "Thermopix")
+    if said:
+        raise SystemExit(said)
+
+
+def pictured(mistake, scratch):
+    """The tool that packs the icon is asked to pack another icon set."""
+    iconset = scratch / "Thermopix.iconset"
+    shutil.copytree(gate.app_build(build, "arm64") / "packaging" / "macos" / "Thermopix.iconset", iconset)
+    mistake[1](iconset)
+    return gate.run([str(gate.stand_in(build) / "tools" / "iconutil"), "--convert", "icns", "--output",
+                     str(scratch / "icns"), str(iconset)])
+
+
+def described(mistake, scratch):
+    _, old, new, _ = mistake
+    return script("check_targets.py", write(scratch / "CMakeLists.txt", planted(gate.LAYER / "CMakeLists.txt", old, new)))
+
+
+# The link line names all that the objects use, and nothing that they do not.
+frameworks = re.findall(r"-framework (?:-Xlinker )?(\w+)", link_command("x86_64"))
+LINKED = [(f"without the framework {name}", "x86_64",
+           f"-Xlinker -framework -Xlinker {name}" if name == "Sparkle" else f"-framework {name}", "",
+           "undefined symbol") for name in frameworks]
+LINKED += [(f"without the library {name}", "arm64", str(gate.stand_in(build) / "homebrew/lib" / f"lib{name}.tbd"), "",
+            "undefined symbol") for name in ("fmt", "png16", "utf8proc")]
+LINKED.append(("without the layer", "arm64", "src/platform/macos/libthermopix_macos_application.a", "",
+               "undefined symbol"))
+
+BUNDLED = [
+    ("another identifier", "arm64", in_dictionary("io.github.thermopix", "io.github.thermopics"), "CFBundleIdentifier is"),
+    ("shown in the Dock from the start", "arm64", in_dictionary("<key>LSUIElement</key>\n    <true/>", ""), "LSUIElement"),
+    ("for a later system", "arm64", in_dictionary("<string>13.0</string>", "<string>14.0</string>"),
+     "LSMinimumSystemVersion"),
+    ("forgotten substitution", "x86_64", in_dictionary("<string>key</string>", "<string>@KEY@</string>"), "SUPublicEDKey is"),
+    ("update keys without updates", "arm64", in_dictionary("</dict>", "<key>SUFeedURL</key><string>x</string></dict>"),
+     "SUFeedURL is there"),
+    ("no update framework", "x86_64", lambda contents: shutil.rmtree(contents / "Frameworks"), "is not in the bundle"),
+    ("nowhere to look for it", "x86_64", without_rpath, "is looked for nowhere"),
+    ("the other processor's program", "arm64",
+     lambda contents: shutil.copy2(gate.app_build(build, "x86_64") / "Thermopix.app/Contents/MacOS/Thermopix",
+                                   contents / "MacOS"), "not made for arm64"),
+    ("not signed", "arm64", lambda contents: shutil.rmtree(contents / "_CodeSignature"), "not signed"),
+]
+PICTURED = [
+    ("no picture for the largest icon", lambda iconset: (iconset / "icon_512x512@2x.png").unlink(), "missing"),
+    ("picture of another size", lambda iconset: shutil.copy2(iconset / "icon_16x16.png", iconset / "icon_32x32.png"),
+     "is no picture of 32 by 32"),
+]
+DESCRIBED = [("source in no target", "    menubar/MacMenu.mm\n", "", "menubar/MacMenu.mm: in no target"),
+             ("source that is not there", "menubar/MacMenu.mm", "menubar/MacMenus.mm", "named, but not there")]
 
 
 def try_one(work):
@@ -158,8 +259,9 @@ def try_one(work):
     return None if reason in said else f"found for another reason: {name}: {said}"
 
 
-work = [(compiled, each) for each in COMPILED] + [(declared, each) for each in DECLARED]
-work += [(table, each) for each in TABLE] + [(linked, each) for each in LINKED]
+work = [(check, mistake) for check, mistakes in (
+    (compiled, COMPILED), (declared, DECLARED), (table, TABLE), (objects, USED), (linked, LINKED), (bundled, BUNDLED),
+    (pictured, PICTURED), (described, DESCRIBED)) for mistake in mistakes]
 with ThreadPoolExecutor(min(2, os.cpu_count() or 1)) as pool:
     problems = [each for each in pool.map(try_one, work) if each]
 gate.finish(problems, f"{len(work)} planted mistakes, each found")

@@ -37,6 +37,7 @@ TEST(ApplicationIcon, ShowsTheCatInWholeCellsAtEverySize) {
     EXPECT_EQ(face(applicationIcon(16), 1), contentCat);
     EXPECT_EQ(face(applicationIcon(48), 4), contentCat);
     EXPECT_EQ(face(applicationIcon(512), 43), contentCat);
+    EXPECT_EQ(face(applicationIcon(1024), 85), contentCat);
 }
 
 TEST(ApplicationIcon, IsASquareTileWithRoundCorners) {
