@@ -127,6 +127,8 @@ class Tree:
             "XDG_CACHE_HOME": str(home / ".cache"),
             "XDG_RUNTIME_DIR": str(self.path / "runtime"),
             "THERMOPIX_SYSFS_ROOT": str(machine),
+            # How a sanitizer build was told to report.
+            **{name: value for name, value in os.environ.items() if "SAN_" in name},
         }
 
     def close(self):
