@@ -215,6 +215,21 @@ def described(mistake, scratch):
     return script("check_targets.py", write(scratch / "CMakeLists.txt", planted(gate.LAYER / "CMakeLists.txt", old, new)))
 
 
+def in_text(name):
+    """A check of the sources' text, asked of a copy of the layer."""
+    def check(mistake, scratch):
+        _, file, old, new, _ = mistake
+        copy = scratch / "layer"
+        shutil.copytree(gate.LAYER, copy)
+        write(copy / file, planted(copy / file, old, new))
+        return script(name, copy)
+    return check
+
+
+WRITTEN = [("delegate that nobody keeps", "application/MacApplication.mm", "delegate = forwarder_;", "delegate = forwarder;",
+            "forwarder is no member")]
+SPOKEN = [("text in the layer", "menubar/MacStatusItem.mm", "nsString(label)", "@\"Temperature\"", "\"Temperature\"")]
+
 # The link line names all that the objects use, and nothing that they do not.
 frameworks = re.findall(r"-framework (?:-Xlinker )?(\w+)", link_command("x86_64"))
 LINKED = [(f"without the framework {name}", "x86_64",
@@ -261,7 +276,8 @@ def try_one(work):
 
 work = [(check, mistake) for check, mistakes in (
     (compiled, COMPILED), (declared, DECLARED), (table, TABLE), (objects, USED), (linked, LINKED), (bundled, BUNDLED),
-    (pictured, PICTURED), (described, DESCRIBED)) for mistake in mistakes]
+    (pictured, PICTURED), (described, DESCRIBED),
+    (in_text("check_delegates.py"), WRITTEN), (in_text("check_texts.py"), SPOKEN)) for mistake in mistakes]
 with ThreadPoolExecutor(min(2, os.cpu_count() or 1)) as pool:
     problems = [each for each in pool.map(try_one, work) if each]
 gate.finish(problems, f"{len(work)} planted mistakes, each found")

@@ -5,6 +5,8 @@
 #include "menubar/Application.h"
 #include "platform/macos/menubar/MacMenu.h"
 
+@class ThermopixApplicationDelegate;
+
 namespace thermopix {
 
 /// The shared application object. Main thread.
@@ -28,6 +30,8 @@ private:
     void perform(const MenuItem& item);
 
     ApplicationDelegate* delegate_ = nullptr;
+    /// The application holds its delegate weakly, so it is held here.
+    ThermopixApplicationDelegate* forwarder_ = nil;
     std::unique_ptr<MacMenu> mainMenu_;
 };
 

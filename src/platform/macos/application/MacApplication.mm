@@ -73,9 +73,8 @@ MacApplication::MacApplication() {
 
 void MacApplication::run(ApplicationDelegate& delegate) {
     delegate_ = &delegate;
-    // The application holds its delegate weakly.
-    ThermopixApplicationDelegate* forwarder = [[ThermopixApplicationDelegate alloc] initWithDelegate:delegate];
-    NSApplication.sharedApplication.delegate = forwarder;
+    forwarder_ = [[ThermopixApplicationDelegate alloc] initWithDelegate:delegate];
+    NSApplication.sharedApplication.delegate = forwarder_;
     [NSApplication.sharedApplication run];
     NSApplication.sharedApplication.delegate = nil;
     delegate_ = nullptr;

@@ -15,7 +15,10 @@ std::unique_ptr<LoginItemManaging> MacPlatform::makeLoginItem() {
 }
 
 std::unique_ptr<UpdaterManaging> MacPlatform::makeUpdater() {
-    return makeMacUpdater(log_);
+    // The application's event loop, which has a pool of its own, is not running yet.
+    @autoreleasepool {
+        return makeMacUpdater(log_);
+    }
 }
 
 bool MacPlatform::isInsideUnitTestHost() const {

@@ -8,13 +8,15 @@ NSAttributedString* attributedText(std::string_view text, const AttributedTextSt
     NSMutableParagraphStyle* paragraph = [[NSMutableParagraphStyle alloc] init];
     paragraph.lineSpacing = style.lineSpacing;
     paragraph.alignment = style.isCentered ? NSTextAlignmentCenter : NSTextAlignmentNatural;
-    return [[NSAttributedString alloc] initWithString:nsString(text)
-                                           attributes:@{
-                                               NSFontAttributeName : style.font,
-                                               NSForegroundColorAttributeName : style.color,
-                                               NSKernAttributeName : @(style.letterSpacing),
-                                               NSParagraphStyleAttributeName : paragraph,
-                                           }];
+    NSMutableDictionary<NSAttributedStringKey, id>* attributes = [[NSMutableDictionary alloc] init];
+    [attributes setObject:style.font forKey:NSFontAttributeName];
+    [attributes setObject:style.color forKey:NSForegroundColorAttributeName];
+    [attributes setObject:paragraph forKey:NSParagraphStyleAttributeName];
+    // No spacing at all would switch off the font's own kerning too.
+    if (style.letterSpacing != 0) {
+        [attributes setObject:@(style.letterSpacing) forKey:NSKernAttributeName];
+    }
+    return [[NSAttributedString alloc] initWithString:nsString(text) attributes:attributes];
 }
 
 }  // namespace thermopix

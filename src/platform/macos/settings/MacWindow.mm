@@ -60,6 +60,8 @@ NSWindow* makeWindow(const WindowDescription& description, NSView* content) {
     window.titleVisibility = NSWindowTitleHidden;
     window.titlebarAppearsTransparent = YES;
     window.contentView = content;
+    // Panes come and go; the Tab key follows what is there.
+    window.autorecalculatesKeyViewLoop = YES;
     [window setContentSize:size];
     [window center];
     window.accessibilityIdentifier = nsString(description.identifier);

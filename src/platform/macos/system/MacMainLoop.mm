@@ -13,12 +13,20 @@ namespace thermopix {
 
 namespace {
 
+// What the work leaves to be released goes at once: the event loop's own pool waits for the next event, which may be
+// hours away for a program in the menu bar.
+void run(const MainLoop::Work& work) {
+    @autoreleasepool {
+        work();
+    }
+}
+
 Subscription startTimer(MainLoop::Duration first, std::uint64_t interval, std::uint64_t leeway, MainLoop::Work work) {
     dispatch_source_t timer = dispatch_source_create(DISPATCH_SOURCE_TYPE_TIMER, 0, 0, dispatch_get_main_queue());
     dispatch_source_set_timer(timer, dispatch_time(DISPATCH_TIME_NOW, first.count()), interval, leeway);
     const auto held = std::make_shared<const MainLoop::Work>(std::move(work));
     dispatch_source_set_event_handler(timer, ^{
-      (*held)();
+      run(*held);
     });
     dispatch_resume(timer);
     return Subscription([timer] { dispatch_source_cancel(timer); });
@@ -29,7 +37,7 @@ Subscription startTimer(MainLoop::Duration first, std::uint64_t interval, std::u
 void MacMainLoop::post(Work work) {
     const auto held = std::make_shared<const Work>(std::move(work));
     dispatch_async(dispatch_get_main_queue(), ^{
-      (*held)();
+      run(*held);
     });
 }
 

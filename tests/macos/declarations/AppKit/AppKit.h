@@ -323,6 +323,7 @@ typedef NS_ENUM(NSInteger, NSWindowTitleVisibility) { NSWindowTitleHidden = 1 };
 - (void)setTitle:(NSString*)title;
 - (void)setTitleVisibility:(NSWindowTitleVisibility)titleVisibility;
 - (void)setTitlebarAppearsTransparent:(BOOL)titlebarAppearsTransparent;
+- (void)setAutorecalculatesKeyViewLoop:(BOOL)recalculates;
 - (void)setContentView:(nullable NSView*)contentView;
 - (void)setReleasedWhenClosed:(BOOL)releasedWhenClosed;
 @property(readonly, getter=isVisible) BOOL visible;

@@ -94,9 +94,6 @@ typedef NS_ENUM(NSUInteger, NSStringEncoding) { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject
-+ (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
-                              forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
-                                count:(NSUInteger)cnt;
 @end
 
 @interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
