@@ -18,6 +18,9 @@ inline constexpr std::string_view executable = "thermopix-windows";
 /// Followed by the number of the inherited socket.
 inline constexpr std::string_view socketOption = "--socket";
 
+/// How the window process ends where it cannot show anything: its display is not there, or not one that it can use.
+inline constexpr int noDisplayStatus = 3;
+
 /// Longer lines, without their line feed, are malformed.
 inline constexpr std::size_t maximumRequestBytes = std::size_t{4} << 20U;
 inline constexpr std::size_t maximumEventBytes = std::size_t{64} << 10U;

@@ -43,6 +43,10 @@ class ScreenReader:
         """All elements of the window; none while there is no such window."""
         return [Element(described) for described in self.ask({"see": title}) or ()]
 
+    def where(self, element):
+        """Left, top, width and height on the screen of an element of the last look."""
+        return self.ask({"where": element.key})
+
     def do(self, title, action, is_wanted):
         """Does the action to the first element that is wanted, as soon as there is one."""
         def done():

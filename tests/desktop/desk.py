@@ -8,9 +8,14 @@ import subprocess
 from item import BUILD, install_machine, install_program
 from session import Session, until
 
+FOLDER = os.path.dirname(os.path.abspath(__file__))
 SETTINGS = "Thermopix Settings"
+# Above the content of the Settings window, in points.
+MENU_BAR = 24
 ABOUT = "About Thermopix"
-TOOLS = ("Xvfb", "dbus-daemon", "setpriv", "xdotool", "xprop", "import", "openbox")
+# The strip of the modelled machine.
+STRIP = "57 degrees Celsius, comfy"
+TOOLS = ("Xvfb", "dbus-daemon", "dbus-send", "setpriv", "xdotool", "xprop", "xwininfo", "import", "openbox")
 
 
 def version():
@@ -20,15 +25,18 @@ def version():
 
 
 class Desk:
-    """Nothing but a window manager: no panel, so that the program has no tray."""
+    """Where windows are: with nothing but a window manager, so that the program has no tray, or with a tray's host."""
 
     width, height = 1280, 900
 
-    def __init__(self, scale=1, hears_programs=False, window_manager=("openbox", "--sm-disable")):
+    def __init__(self, host=None, scale=1, hears_programs=False):
         self.scale = scale
-        self.session = Session(self.width * scale, self.height * scale, hears_programs)
+        if host:
+            self.session, self.width, self.height = host.session, host.width, host.height
+        else:
+            self.session = Session(self.width * scale, self.height * scale, hears_programs)
+            self.session.start("openbox", "--sm-disable")
         self.session.environment["QT_SCALE_FACTOR"] = str(scale)
-        self.window_manager = self.session.start(*window_manager)
         until(lambda: self.property("-root", "_NET_SUPPORTING_WM_CHECK"), "a window manager")
 
     def close(self):
@@ -40,6 +48,14 @@ class Desk:
         """The program on the modelled machine; with a sensor of the tests' own where the arguments say so."""
         return self.session.start(install_program(self.session), *arguments,
                                   THERMOPIX_SYSFS_ROOT=install_machine(self.session), **environment)
+
+    def start_service(self, *arguments):
+        """One of the services of a desktop, ready to be used."""
+        script = self.session.install(os.path.join(FOLDER, "desktop_services.py"), "bin", "desktop_services.py")
+        service = self.session.start("/usr/bin/python3", "-B", script, *arguments)
+        name = until(service.output, f"the service of {arguments}").split()[0]
+        until(lambda: self.session.has_service(name), f"{name} on the bus")
+        return service
 
     def settings_file(self):
         return os.path.join(self.session.home, ".config", "thermopix", "preferences.v1")
@@ -78,8 +94,10 @@ class Desk:
     def wait_until_gone(self, title):
         until(lambda: not self.window(title), f"no window called {title}")
 
-    def wait_until_empty(self):
-        until(lambda: not self.windows(), "a screen without windows")
+    def wait_until_active(self, title):
+        window = self.wait_for(title)
+        until(lambda: self.active_title() == title, f"an active {title}")
+        return window
 
     def active_title(self):
         active = re.search(r"0x[0-9a-f]+", self.property("-root", "_NET_ACTIVE_WINDOW") or "")
@@ -109,6 +127,9 @@ class Window:
         return "SKIP_TASKBAR" not in self.states() and "_NET_WM_WINDOW_TYPE_DOCK" not in self.property(
             "_NET_WM_WINDOW_TYPE")
 
+    def is_of_program(self):
+        return '"thermopix' in self.property("WM_CLASS")
+
     def is_minimized(self):
         return "HIDDEN" in self.states()
 
@@ -117,10 +138,15 @@ class Window:
 
     def box(self):
         """Left, top, width and height of its content on the screen."""
-        output = self.desk.session.run("xdotool", "getwindowgeometry", "--shell", self.number) or b""
-        numbers = dict(line.split("=") for line in output.decode().split())
-        return tuple(int(numbers[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")) if numbers else None
+        output = (self.desk.session.run("xwininfo", "-id", self.number) or b"").decode(errors="replace")
+        names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        found = [re.search(name + r": +(-?\d+)", output) for name in names]
+        return tuple(int(number[1]) for number in found) if all(found) else None
 
-    def activate(self):
-        self.desk.session.run("xdotool", "windowactivate", self.number)
-        until(lambda: self.desk.active_title() == self.title, f"an active {self.title}")
+    def is_on_screen(self):
+        return b"IsViewable" in (self.desk.session.run("xwininfo", "-id", self.number) or b"")
+
+    def picture(self):
+        """What of the screen it covers."""
+        left, top, width, height = self.box()
+        return self.desk.session.screen().crop(left, top, left + width, top + height)

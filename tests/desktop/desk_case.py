@@ -7,6 +7,7 @@ import unittest
 
 from item import BUILD
 from desk import TOOLS, Desk
+from session import until
 
 SKIPPED = 77
 
@@ -26,6 +27,7 @@ class DeskTest(unittest.TestCase):
     def start(self, *arguments, **environment):
         """The program with fresh settings, unless it was stopped before; it is to end well, with the test at last."""
         self.program = self.desk.start(*arguments, **environment)
+        self.said_before = len(self.program.output())
         self.addCleanup(self.end)
         self.addCleanup(self.photograph)
         return self.program
@@ -35,7 +37,18 @@ class DeskTest(unittest.TestCase):
 
     def end(self):
         self.assertEqual(self.program.end(), 0, self.program.output())
-        self.desk.wait_until_empty()
+        until(lambda: not any(window.is_of_program() for window in self.desk.windows()), "no window of the program")
+
+    def said(self, text):
+        """How often the program said this, since it was started."""
+        return self.program.output()[self.said_before:].count(text)
+
+    def start_another(self):
+        """A second start, which ends by itself."""
+        another = self.desk.start()
+        self.addCleanup(another.end)
+        until(lambda: not another.is_running(), "the end of the second program")
+        self.assertEqual(another.end(), 0, another.output())
 
     def setUp(self):
         shutil.rmtree(os.path.dirname(self.desk.settings_file()), ignore_errors=True)

@@ -24,11 +24,12 @@ class Host:
     # "readout" or "digits", and how many pixels a cell of it has.
     shape = "digits"
 
-    def __init__(self):
-        self.session = Session(self.width * self.scale, self.height * self.scale)
+    def __init__(self, hears_programs=False, starts=True):
+        self.session = Session(self.width * self.scale, self.height * self.scale, hears_programs)
         self.process = None
         self.prepare()
-        self.start()
+        if starts:
+            self.start()
 
     def prepare(self):
         self.session.start("openbox", "--sm-disable")

@@ -66,14 +66,14 @@ def install_machine(session):
 class Item:
     """The program, started with settings of its own on the modelled machine."""
 
-    def __init__(self, host, **settings):
+    def __init__(self, host, environment=None, **settings):
         self.host, self.session = host, host.session
         program, machine = install_program(self.session), install_machine(self.session)
         folder = os.path.join(self.session.home, ".config", "thermopix")
         shutil.rmtree(folder, ignore_errors=True)
         if settings:
             self.session.write(".config/thermopix/preferences.v1", json.dumps(settings))
-        self.process = self.session.start(program, THERMOPIX_SYSFS_ROOT=machine)
+        self.process = self.session.start(program, THERMOPIX_SYSFS_ROOT=machine, **environment or {})
 
     def end(self):
         return self.process.end()

@@ -31,6 +31,9 @@ class Picture:
         """The colours of a rectangle; right and bottom are outside."""
         return {color for y in range(top, bottom) for color in self.pixels(y, left, right)}
 
+    def differs_from(self, other):
+        return (self.width, self.height, self.rgb) != (other.width, other.height, other.rgb)
+
     def crop(self, left, top, right, bottom):
         left, top = max(left, 0), max(top, 0)
         right, bottom = min(right, self.width), min(bottom, self.height)
@@ -64,6 +67,29 @@ class Picture:
         None unless they stand at exactly one place."""
         places = [(x, y) for x, y in self._places_of_ink(art, cell, ink) if self._has_plain_grounds(art, cell, x, y)]
         return places[0] if len(places) == 1 else None
+
+    def find_on_gradient(self, art, cell, around=None):
+        """Where rows of art stand, pixel for pixel, on a ground that is the same all along each of its lines, as (x, y).
+
+        Each line has three colours at most: of # and of : and of the ground. `around` is the rectangle to look in, as
+        (left, top, right, bottom). None unless the art stands at exactly one place."""
+        left, top, right, bottom = around or (0, 0, self.width, self.height)
+        places = [(x, y) for y in range(top, bottom - len(art) * cell + 1)
+                  for x in range(left, right - len(art[0]) * cell + 1) if self._stands_at(art, cell, x, y)]
+        return places[0] if len(places) == 1 else None
+
+    def _stands_at(self, art, cell, left, top):
+        for row, marks in enumerate(art):
+            for y in range(top + row * cell, top + (row + 1) * cell):
+                pixels = self.pixels(y, left, left + len(marks) * cell)
+                colors = {}
+                for column, mark in enumerate(marks):
+                    color = colors.setdefault(mark, pixels[column * cell])
+                    if any(pixel != color for pixel in pixels[column * cell:(column + 1) * cell]):
+                        return False
+                if len(set(colors.values())) != len(colors):
+                    return False
+        return True
 
     def _places_of_ink(self, art, cell, ink):
         lines = [bytes(int(mark == "#") for mark in row for _ in range(cell)) for row in art for _ in range(cell)]

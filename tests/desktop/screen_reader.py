@@ -2,7 +2,7 @@
 
 Runs inside the session, with Debian's own Python. Each line of standard input is a request, answered with one line:
 {"see": TITLE} with the elements of the program's windows of this title, outermost first, and {"do": ACTION, "on": KEY}
-with whether the element took the action. Null where the program changed something in the meantime.
+with whether the element took the action, or {"where": KEY} with its left, top, width and height. Null where the program changed something in the meantime.
 """
 
 import json
@@ -79,6 +79,9 @@ class Reader:
     def answer(self, request):
         if "see" in request:
             return self.see(request["see"])
+        if "where" in request:
+            box = self.elements[request["where"]].get_extents(Atspi.CoordType.SCREEN)
+            return [box.x, box.y, box.width, box.height]
         return self.act(request["on"], request["do"])
 
 

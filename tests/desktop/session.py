@@ -80,10 +80,11 @@ class Session:
             "XDG_RUNTIME_DIR": self.runtime,
             "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.runtime}/no-system-bus",
             "GSETTINGS_BACKEND": "keyfile",
+            "NO_AT_BRIDGE": "1",
         }
-        # For assistive technology, or without a word for it.
+        # Whether the program speaks to assistive technology; the desktop itself never does.
         self.environment.update({"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if hears_programs else
-                                {"NO_AT_BRIDGE": "1", "QT_ACCESSIBILITY": "0"})
+                                {"QT_ACCESSIBILITY": "0"})
         for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "ASAN_SYMBOLIZER_PATH"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]
@@ -169,6 +170,11 @@ class Session:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.start("dbus-daemon", "--session", "--nofork", f"--address={address}")
         until(lambda: os.path.exists(f"{self.runtime}/bus"), "the message bus")
+
+    def has_service(self, name):
+        """Whether a program on the message bus has this name."""
+        return self.run("dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
+                        "/org/freedesktop/DBus", "org.freedesktop.DBus.GetNameOwner", f"string:{name}")
 
     def close(self):
         for process in reversed(self.processes):

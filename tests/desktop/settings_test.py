@@ -3,14 +3,14 @@
 
 import json
 import os
+import shutil
 import subprocess
-import sys
-import unittest
 
 import accessible
+import hosts
 from accessible import ACTIONS, ScreenReader, content
 from desk_case import DeskTest, main
-from item import BUILD
+from item import BUILD, Item, Shown
 from session import until
 from desk import ABOUT, SETTINGS, Desk, version
 
@@ -94,5 +94,35 @@ class SettingsTest(DeskTest):
         self.assertEqual(self.reader.see(SETTINGS)[0].role, "frame")
 
 
+class TrayTest(DeskTest):
+    """With a panel, and the program in its tray."""
+
+    @classmethod
+    def make_desk(cls):
+        cls.host = hosts.XfcePanel(hears_programs=True)
+        return Desk(cls.host)
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.reader = ScreenReader(cls.desk.session)
+        cls.addClassCleanup(cls.reader.close)
+
+    def chosen(self):
+        return {element.name for element in self.reader.see(SETTINGS) if element.kind == "choice" and
+                element.has("checked")}
+
+    def test_settings_open_from_the_menu_and_follow_what_is_chosen_there(self):
+        item = Item(self.host)
+        self.addCleanup(item.end)
+        item.choose(Shown(), "Settings…")
+        self.desk.wait_until_active(SETTINGS)
+        until(lambda: {"Celsius (°C)", "Readout"} <= self.chosen(), "the choices of the window")
+        item.choose(Shown(), "Fahrenheit")
+        until(lambda: {"Fahrenheit (°F)", "Readout"} <= self.chosen(), "the choice of the menu in the window")
+        until(lambda: self.desk.settings()["unit"] == "fahrenheit", "the choice among the settings")
+
+
 if __name__ == "__main__":
-    main(*([] if accessible.is_installed() else ["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]))
+    main(*([] if accessible.is_installed() else ["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]),
+         *(tool for tool in hosts.XfcePanel.programs if not shutil.which(tool)))

@@ -31,7 +31,6 @@ namespace {
 
 constexpr int malformedStatus = 1;
 constexpr int usageStatus = 2;
-constexpr int noDisplayStatus = 3;
 
 void say(std::string_view line) {
     const std::string text = std::string(WindowProtocol::executable) + ": " + std::string(line) + "\n";
@@ -60,7 +59,7 @@ bool isSet(const char* variable) {
 void handleToolkitMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
     if (type == QtFatalMsg) {
         say(message.section(u'\n', 0, 0).toStdString());
-        _exit(noDisplayStatus);
+        _exit(WindowProtocol::noDisplayStatus);
     }
     if (type == QtCriticalMsg) {
         say(message.toStdString());
@@ -111,7 +110,7 @@ int main(int argumentCount, char** arguments) {
     }
     if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
         say("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
-        return noDisplayStatus;
+        return WindowProtocol::noDisplayStatus;
     }
     return run(*descriptor, argumentCount, arguments);
 }

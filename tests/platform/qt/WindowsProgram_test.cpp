@@ -172,20 +172,20 @@ TEST_F(WindowsProgram, NeedsItsSocket) {
 
 TEST_F(WindowsProgram, SaysInOneLineThatThereIsNoDisplay) {
     start({"--socket", "{socket}"}, {});
-    EXPECT_EQ(wait(), 3);
+    EXPECT_EQ(wait(), WindowProtocol::noDisplayStatus);
     EXPECT_EQ(errorLines(), std::vector<std::string>{
                                 "thermopix-windows: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"});
 }
 
 TEST_F(WindowsProgram, DoesNotCrashWhereTheDisplayCannotBeReached) {
     start({"--socket", "{socket}"}, {{"DISPLAY", ":7654"}, {"QT_QPA_PLATFORM", "xcb"}});
-    EXPECT_EQ(wait(), 3);
+    EXPECT_EQ(wait(), WindowProtocol::noDisplayStatus);
     EXPECT_FALSE(errorLines().empty());
 }
 
 TEST_F(WindowsProgram, DoesNotCrashWithoutThePlugInOfItsPlatform) {
     start({"--socket", "{socket}"}, {{"DISPLAY", ":0"}, {"QT_QPA_PLATFORM", "nowhere"}});
-    EXPECT_EQ(wait(), 3);
+    EXPECT_EQ(wait(), WindowProtocol::noDisplayStatus);
     EXPECT_EQ(errorLines().size(), 1U);
 }
 

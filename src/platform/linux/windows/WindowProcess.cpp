@@ -24,6 +24,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* logCategory = "windows";
+constexpr const char* noDisplay = "There is no display to show windows on.";
 constexpr auto patienceAtStart = 30s;
 // From the end of its side of the socket to its own.
 constexpr auto patienceAtEnd = 5s;
@@ -48,6 +49,9 @@ std::string describe(int status) {
                            strsignal(WTERMSIG(status)));
     }
     const int code = WEXITSTATUS(status);
+    if (code == WindowProtocol::noDisplayStatus) {
+        return noDisplay;
+    }
     return code == 0 ? std::string() : fmt::format("{} ended with status {}.", WindowProtocol::executable, code);
 }
 
@@ -96,7 +100,7 @@ bool WindowProcess::start() {
 
 std::string WindowProcess::startFailure() {
     if (!hasDisplay(options_.variables)) {
-        return "There is no display to show windows on.";
+        return noDisplay;
     }
     const auto executable = windowExecutable(options_.program, options_.variables);
     if (!executable) {

@@ -109,12 +109,13 @@ void ReadoutStrip::paintEvent(QPaintEvent* /*event*/) {
     painter.fillRect(QRectF(bounds.width() - line, 0, line, bounds.height()), look.outline);
     painter.fillRect(QRectF(line, bounds.height() - line, bounds.width() - 2 * line, line), look.outline);
     PixelArt::draw(painter, rect(), image_, look.ink);
-    if (hasFocus() && QApplication::activeWindow() == this) {
+    if (hasFocus() && !isPointed_ && QApplication::activeWindow() == this) {
         ViewPainter::drawFocusRing(painter, rect(), 2, RoleColors::faded(ColorRole::accent, 0.75, palette()));
     }
 }
 
 void ReadoutStrip::mousePressEvent(QMouseEvent* event) {
+    isPointed_ = true;
     if (event->button() == Qt::LeftButton) {
         grip_ = event->globalPosition().toPoint().x() - place_.value_or(pos()).x();
         wasDragged_ = false;
@@ -151,6 +152,7 @@ void ReadoutStrip::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ReadoutStrip::keyPressEvent(QKeyEvent* event) {
+    isPointed_ = false;
     switch (event->key()) {
         case Qt::Key_Space:
         case Qt::Key_Return:
@@ -162,6 +164,12 @@ void ReadoutStrip::keyPressEvent(QKeyEvent* event) {
         default:
             QAbstractButton::keyPressEvent(event);
     }
+}
+
+void ReadoutStrip::focusOutEvent(QFocusEvent* event) {
+    // It is reached with the keyboard unless the pointer says otherwise; its own menu only borrows the focus.
+    isPointed_ = isPointed_ && menu_.isVisible();
+    QAbstractButton::focusOutEvent(event);
 }
 
 void ReadoutStrip::openMenu() {

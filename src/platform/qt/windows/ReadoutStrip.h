@@ -41,6 +41,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void openMenu();
@@ -54,6 +55,8 @@ private:
     /// How far right of the strip's left end the pointer holds it, while its button is down.
     std::optional<int> grip_;
     bool wasDragged_ = false;
+    /// Used with the pointer, which needs no focus ring.
+    bool isPointed_ = false;
 };
 
 }  // namespace thermopix

@@ -211,8 +211,14 @@ TEST_F(WindowProcessTest, TellsHowItDied) {
 
 TEST_F(WindowProcessTest, TellsThatItFailed) {
     process->send(settings);
-    nextReadyRun()->command("exit 3");
-    expectFailure("thermopix-windows ended with status 3.");
+    nextReadyRun()->command("exit 4");
+    expectFailure("thermopix-windows ended with status 4.");
+}
+
+TEST_F(WindowProcessTest, TellsThatItFoundNoDisplay) {
+    process->send(settings);
+    nextRun()->command("exit " + std::to_string(WindowProtocol::noDisplayStatus));
+    expectFailure("There is no display to show windows on.");
 }
 
 TEST_F(WindowProcessTest, TellsThatItDiedBeforeItCameUp) {

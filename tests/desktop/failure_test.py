@@ -1,0 +1,114 @@
+#!/usr/bin/env python3
+"""The program when its windows fail: failure_test.py. Status 77 where a tool is not installed."""
+
+import json
+import os
+import random
+import shutil
+import signal
+import subprocess
+import time
+
+import accessible
+import hosts
+from accessible import ScreenReader
+from desk import SETTINGS, STRIP, Desk
+from desk_case import DeskTest, main
+from item import BUILD, Shown
+from session import until
+
+SEED = 20
+KILLS = 8
+READING = "57 degrees Celsius"
+LONGEST_LIFE = 0.15  # seconds from an operation to the end of the process
+
+
+class KilledWindowsTest(DeskTest):
+    @classmethod
+    def make_desk(cls):
+        return Desk(hears_programs=True)
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.reader = ScreenReader(cls.desk.session)
+        cls.addClassCleanup(cls.reader.close)
+        story = json.loads(subprocess.check_output([os.path.join(BUILD, "thermopix_settings_story"), "1", "1"]))
+        cls.pets = {step["name"]: step["settings"]["pet"] for step in story["steps"]
+                    if step["identifier"].startswith("prefs.pet.")}
+
+    def chosen_pet(self):
+        return next((self.pets[element.name] for element in self.reader.see(SETTINGS)
+                     if element.name in self.pets and element.has("checked")), None)
+
+    def test_killed_at_any_moment_they_lose_no_setting_and_come_back_when_asked_for(self):
+        chance = random.Random(SEED)
+        self.desk.store(pet="cat", showsUnitLetter=True)
+        self.start()
+        self.desk.wait_for(STRIP)
+        for number in range(1, KILLS + 1):
+            self.start_another()
+            process = self.desk.wait_for(SETTINGS).process()
+            until(lambda: self.chosen_pet() == self.desk.settings()["pet"], "a window that shows what is stored")
+            before = self.desk.settings()
+            name = chance.choice([name for name, pet in self.pets.items() if pet != before["pet"]])
+            self.reader.do(SETTINGS, "Press", lambda found, name=name: found.name == name)
+            time.sleep(chance.uniform(0, LONGEST_LIFE))
+            os.kill(process, signal.SIGKILL)
+            until(lambda number=number: self.said("ended by signal 9") == number, "a line about the end")
+            self.desk.wait_until_gone(SETTINGS)
+            self.assertIn(self.desk.settings(), (before, {**before, "pet": self.pets[name]}))
+            self.assertTrue(self.program.is_running())
+            self.assertTrue(any(window.title.startswith(READING) for window in self.desk.windows()), "the strip")
+
+
+class MissingWindowsTest(DeskTest):
+    """With a tray, which does not need them."""
+
+    @classmethod
+    def make_desk(cls):
+        cls.host = hosts.XfcePanel()
+        return Desk(cls.host)
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.notifications = cls.desk.start_service("notifications")
+        watcher = "org.kde.StatusNotifierWatcher"
+        until(lambda: cls.desk.session.has_service(watcher), f"{watcher} on the bus")
+
+    def bodies(self):
+        notifications = [json.loads(line) for line in self.notifications.output().splitlines()[1:]]
+        self.assertLessEqual({notification["summary"] for notification in notifications},
+                             {"Thermopix cannot show its windows"})
+        return [notification["body"] for notification in notifications]
+
+    def item(self):
+        digits = Shown().art("digits")
+        return self.desk.session.screen().find(digits, self.host.cell(digits), self.host.ink)
+
+    def assert_goes_on_and_tells(self, sentence, **environment):
+        told = len(self.bodies())
+        self.start(**environment)
+        until(self.item, "the item in the tray")
+        for number in (1, 2):
+            self.start_another()
+            until(lambda number=number: len(self.bodies()) == told + number, "a notification")
+            self.assertEqual(self.bodies()[told:], [sentence] * number)
+            self.assertEqual(self.said(f"[Thermopix/windows] {sentence}"), number)
+        self.assertTrue(self.item())
+        self.assertTrue(self.program.is_running())
+
+    def test_missing_program_is_told_in_the_log_and_by_a_notification(self):
+        self.assert_goes_on_and_tells("thermopix-windows is not installed.", THERMOPIX_WINDOWS="/nowhere/to/be/found")
+
+    def test_missing_display_is_told_in_the_log_and_by_a_notification(self):
+        self.assert_goes_on_and_tells("There is no display to show windows on.", DISPLAY="")
+
+    def test_unusable_display_is_told_in_the_log_and_by_a_notification(self):
+        self.assert_goes_on_and_tells("There is no display to show windows on.", DISPLAY=":4711")
+
+
+if __name__ == "__main__":
+    main(*([] if accessible.is_installed() else ["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]),
+         *(tool for tool in hosts.XfcePanel.programs if not shutil.which(tool)))
