@@ -71,10 +71,11 @@ class Project:
     def objections(self):
         """Why there can be no release; every reason at once."""
         newest = self.newest_release()
+        heading = re.search(r"^## (.*?)\s*$", self.read("CHANGELOG.md"), re.MULTILINE)
         if self.git("status", "--porcelain").strip():
             yield "the tree has changes that are not committed"
-        if newest is None or newest.version != self.version:
-            yield f"CHANGELOG.md does not begin with {self.version}" + (f" but with {newest.version}" if newest else "")
+        if not heading or not newest or newest.version != self.version or self.version not in heading[1]:
+            yield f"CHANGELOG.md does not begin with {self.version}" + (f" but with {heading[1]}" if heading else "")
         elif not newest.items:
             yield f"CHANGELOG.md says nothing of {self.version}"
         if self.git("tag", "--list", self.tag).strip():

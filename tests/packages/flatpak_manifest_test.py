@@ -1,20 +1,28 @@
 #!/usr/bin/env python3
 """The check of the Flatpak's manifest passes the project's own and fails on each thing that can be wrong with one:
-flatpak_manifest_test.py MANIFEST"""
+flatpak_manifest_test.py SOURCES"""
 import copy
 import os
+import re
 import sys
 import unittest
 
 import yaml
 
-MANIFEST = os.path.abspath(sys.argv.pop(1))
+SOURCES = os.path.abspath(sys.argv.pop(1))
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from flatpak_manifest import findings  # noqa: E402
+from flatpak_manifest import PERMISSIONS, findings  # noqa: E402
 
-IDENTIFIER = "io.github.thermopix.Thermopix"
+
+def read(*path):
+    with open(os.path.join(SOURCES, *path), encoding="utf-8") as file:
+        return file.read()
+
+
+IDENTIFIER = re.search(r'identifier = "([^"]+)"', read("src", "app", "AppInfo.h"))[1]
+MANIFEST = os.path.join(SOURCES, "packaging", "flatpak", IDENTIFIER + ".yml")
 with open(MANIFEST, encoding="utf-8") as manifest_file:
     GOOD = yaml.safe_load(manifest_file)
 
@@ -42,6 +50,10 @@ class FlatpakManifestTest(unittest.TestCase):
         self.assert_found("the permission --share=ipc is explained and not taken",
                           lambda manifest: manifest["finish-args"].remove("--share=ipc"))
 
+    def test_packagers_are_told_of_every_permission(self):
+        document = read("docs", "packaging.md")
+        self.assertEqual([permission for permission in PERMISSIONS if f"`{permission}`" not in document], [])
+
     def test_a_part_that_is_missing_is_named(self):
         for key in ("id", "runtime-version", "finish-args", "modules", "command"):
             self.assertIn(f"{key} is missing", found(lambda manifest, one=key: manifest.pop(one)))
@@ -54,7 +66,8 @@ class FlatpakManifestTest(unittest.TestCase):
         self.assert_found("the identifier is org.example.Other, the project's io.github.thermopix.Thermopix",
                           lambda manifest: manifest.update(id="org.example.Other"))
         folder = os.path.dirname(MANIFEST)
-        self.assertEqual(found(path=os.path.join(folder, "other.yml")), ["the file is not named after the identifier"])
+        self.assertEqual(found(path=os.path.join(folder, "other.yml")),
+                         ["the file is not named after the identifier"])
 
     def test_the_sdk_belongs_to_the_runtime(self):
         self.assert_found("org.gnome.Sdk is not the Sdk of org.kde.Platform",

@@ -120,15 +120,20 @@ class ReleaseTest(unittest.TestCase):
         for version in ("1.3.0", "1.1.0"):
             self.repository.write("CMakeLists.txt", f"project(thermopix VERSION {version} LANGUAGES CXX)\n")
             self.repository.commit("Another version")
-            reasons = [f"CHANGELOG.md does not begin with {version} but with 1.2.0"]
+            reasons = [f"CHANGELOG.md does not begin with {version} but with 1.2.0 (2026-03-04)"]
             if version == "1.1.0":
                 reasons.append("the tag v1.1.0 exists")
             self.assert_refused(*reasons)
 
     def test_a_changelog_without_releases_is_refused(self):
-        self.repository.write("CHANGELOG.md", "# Changes\n\n## Unreleased\n\n- Nothing.\n")
+        self.repository.write("CHANGELOG.md", "# Changes\n")
         self.repository.commit("No release")
         self.assert_refused("CHANGELOG.md does not begin with 1.2.0")
+
+    def test_a_changelog_that_begins_with_what_is_not_released_is_refused(self):
+        self.repository.write("CHANGELOG.md", CHANGELOG.replace("## 1.2.0", "## Unreleased\n\n- More.\n\n## 1.2.0"))
+        self.repository.commit("More")
+        self.assert_refused("CHANGELOG.md does not begin with 1.2.0 but with Unreleased")
 
     def test_a_version_of_which_the_changelog_says_nothing_is_refused(self):
         self.repository.write("CHANGELOG.md", "# Changes\n\n## 1.2.0 (2026-03-04)\n")
