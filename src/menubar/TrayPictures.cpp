@@ -29,7 +29,7 @@ RgbaImage stamp(const StatusImage& art, std::int64_t cell) {
     dot.cell = static_cast<double>(cell);
     dot.inset = art.cell > 0 ? art.inset / art.cell * dot.cell : 0;
     dot.isRound = art.isRound;
-    return rasterize(dot, 1);
+    return rasterize(dot, 1, DotPlacement::onPixels);
 }
 
 void paint(TrayPicture& picture, const RgbaImage& shape, std::int64_t left, std::int64_t top, RgbaColor color) {

@@ -23,12 +23,18 @@ void requirePixels(const RgbaImage& image) {
             "an image needs width × height pixels");
 }
 
+/// How far the centre of a dot lies from the centre of its cell, to the left and up.
+double dotOffset(std::int64_t pixels, double radius, DotPlacement placement) {
+    return placement == DotPlacement::onPixels && pixels % 2 == 0 && radius < 1 ? 0.5 : 0;
+}
+
 /// How much of each pixel of a cell its shape covers, 0 to 1; every inked cell looks the same.
-std::vector<double> cellCoverage(const StatusImage& image, std::int64_t pixels, double scale) {
+std::vector<double> cellCoverage(const StatusImage& image, std::int64_t pixels, double scale, DotPlacement placement) {
     const double inset = image.inset * scale;
-    const double centre = static_cast<double>(pixels) / 2;
-    const double radius = centre - inset;
+    const double middle = static_cast<double>(pixels) / 2;
+    const double radius = middle - inset;
     require(inset >= 0 && radius > 0, "a dot must fit its cell");
+    const double centre = image.isRound ? middle - dotOffset(pixels, radius, placement) : middle;
 
     std::vector<double> coverage;
     coverage.reserve(CellGrid::cellCount(pixels, pixels));
@@ -91,7 +97,7 @@ const RgbaColor& RgbaImage::at(std::int64_t x, std::int64_t y) const {
     return pixels[CellGrid::index(x, y, width, height)];
 }
 
-RgbaImage rasterize(const StatusImage& image, std::int64_t scale) {
+RgbaImage rasterize(const StatusImage& image, std::int64_t scale, DotPlacement placement) {
     require(scale >= 1, "an image is drawn at one pixel per point or more");
     if (image.isBlank()) {
         return transparentImage(scale, scale);
@@ -100,7 +106,7 @@ RgbaImage rasterize(const StatusImage& image, std::int64_t scale) {
     require(pixelsPerCell >= 1 && pixelsPerCell <= 4096 && pixelsPerCell == std::floor(pixelsPerCell),
             "a cell is a whole number of pixels");
     const auto pixels = static_cast<std::int64_t>(pixelsPerCell);
-    const std::vector<double> coverage = cellCoverage(image, pixels, static_cast<double>(scale));
+    const std::vector<double> coverage = cellCoverage(image, pixels, static_cast<double>(scale), placement);
     const Stamp full = stamp(coverage, Ink::full);
     const Stamp ghost = stamp(coverage, Ink::ghost);
 

@@ -27,9 +27,14 @@ struct RgbaImage {
     friend bool operator==(const RgbaImage&, const RgbaImage&) = default;
 };
 
+/// Where a round dot lies: in the centre of its cell; or, when that is a corner of four pixels and the dot less than
+/// two of them wide, in the centre of the first, so that small dots are points of light and not a grey haze.
+enum class DotPlacement { centred, onPixels };
+
 /// Draws the recipe at a whole number of pixels per point, black on transparent. Squares have hard edges; each pixel
 /// of a round dot is covered by exactly the dot's share of its area.
-[[nodiscard]] RgbaImage rasterize(const StatusImage& image, std::int64_t scale);
+[[nodiscard]] RgbaImage rasterize(const StatusImage& image, std::int64_t scale,
+                                  DotPlacement placement = DotPlacement::centred);
 
 /// Composites `top` over `ground` (source-over) with its left top pixel at (x, y), clipped to the ground.
 void drawOver(RgbaImage& ground, const RgbaImage& top, std::int64_t x, std::int64_t y);

@@ -216,6 +216,21 @@ TEST(TrayPictures, RoundDotsKeepTheirSmoothEdges) {
     EXPECT_TRUE(hasSoftEdge);
 }
 
+TEST(TrayPictures, SmallDotsArePointsAndNoHaze) {
+    const StatusImage art = readout(PixelStyle::dotMatrix, PixelSize::compact);
+    const auto pictures = trayPictures(art, TrayPictureSet::bar, {ink.full, {}});
+    const TrayPicture& picture = withHeight(pictures, 16);
+    ASSERT_EQ(picture.width, art.bitmap.width() * 2);
+    for (std::int32_t y = 0; y < 14; ++y) {
+        for (std::int32_t x = 0; x < picture.width; ++x) {
+            const int alpha = picture.argb[static_cast<std::size_t>(4 * ((y + 1) * picture.width + x))];
+            const bool isPoint = x % 2 == 0 && y % 2 == 0 && art.bitmap.at(x / 2, y / 2) == Ink::full;
+            ASSERT_EQ(alpha > 190, isPoint) << x << ", " << y;
+            ASSERT_EQ(alpha > 0, isPoint) << x << ", " << y;
+        }
+    }
+}
+
 TEST(TrayPictures, PixelsAreAlphaRedGreenBlue) {
     const PixelBitmap one(1, 1, {Ink::full});
     StatusImage art;

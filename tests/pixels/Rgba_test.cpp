@@ -78,6 +78,20 @@ TEST(Rasterize, CoversEachPixelOfADotByItsShareOfTheArea) {
     EXPECT_EQ(alphas(rasterize(dots({"#"}, PixelSize::large), 1)), (Rows{{0, 48, 0}, {48, 255, 48}, {0, 48, 0}}));
 }
 
+TEST(Rasterize, MovesADotOntoAPixelOnlyWhereFourWouldShareIt) {
+    const auto onPixels = [](PixelSize size, std::int64_t scale) {
+        return rasterize(dots({"#:"}, size), scale, DotPlacement::onPixels);
+    };
+    const int whole = static_cast<int>(std::lround(255 * pi * 0.25));
+    const int faint = static_cast<int>(std::lround(0.12 * 255 * pi * 0.25));
+    EXPECT_EQ(alphas(onPixels(PixelSize::compact, 1)), (Rows{{whole, 0, faint, 0}, {0, 0, 0, 0}}));
+
+    EXPECT_EQ(onPixels(PixelSize::compact, 2), rasterize(dots({"#:"}, PixelSize::compact), 2));
+    EXPECT_EQ(onPixels(PixelSize::large, 1), rasterize(dots({"#:"}, PixelSize::large), 1));
+    EXPECT_EQ(rasterize(squares({"#:"}, PixelSize::compact), 1, DotPlacement::onPixels),
+              rasterize(squares({"#:"}, PixelSize::compact), 1));
+}
+
 TEST(Rasterize, DrawsDotsThatAreSymmetricAndAlike) {
     for (const PixelSize size : allCases<PixelSize>()) {
         for (const std::int64_t scale : {1, 2, 3, 5, 8}) {
