@@ -22,14 +22,14 @@ std::int64_t fittingCell(const StatusImage& art, TrayShape shape, std::int64_t s
     return std::max<std::int64_t>(std::min(limit, size / rows), 1);
 }
 
-/// One inked cell, from whose alpha all cells are stamped.
-RgbaImage stamp(const StatusImage& art, std::int64_t cell) {
+/// One inked cell at so many pixels a point, from whose alpha all cells are stamped.
+RgbaImage stamp(const StatusImage& art, std::int64_t cell, std::int64_t scale) {
     StatusImage dot;
     dot.bitmap = PixelBitmap(1, 1, {Ink::full});
     dot.cell = static_cast<double>(cell);
     dot.inset = art.cell > 0 ? art.inset / art.cell * dot.cell : 0;
     dot.isRound = art.isRound;
-    return rasterize(dot, 1, DotPlacement::onPixels);
+    return rasterize(dot, scale, DotPlacement::onPoints);
 }
 
 void paint(TrayPicture& picture, const RgbaImage& shape, std::int64_t left, std::int64_t top, RgbaColor color) {
@@ -64,7 +64,7 @@ TrayPicture picture(const StatusImage& art, TrayShape shape, std::int32_t size, 
     result.height = size;
     result.argb.assign(static_cast<std::size_t>(result.width) * static_cast<std::size_t>(size) * bytesPerPixel, 0);
 
-    const RgbaImage shapeOfCell = stamp(art, cell * scale);
+    const RgbaImage shapeOfCell = stamp(art, cell, scale);
     for (std::int64_t y = 0; y < art.bitmap.height(); ++y) {
         for (std::int64_t x = 0; x < art.bitmap.width(); ++x) {
             const Ink inkOfCell = art.bitmap.at(x, y);

@@ -23,9 +23,11 @@ void requirePixels(const RgbaImage& image) {
             "an image needs width × height pixels");
 }
 
-/// How far the centre of a dot lies from the centre of its cell, to the left and up.
-double dotOffset(std::int64_t pixels, double radius, DotPlacement placement) {
-    return placement == DotPlacement::onPixels && pixels % 2 == 0 && radius < 1 ? 0.5 : 0;
+/// How far the centre of a dot lies from the centre of its cell, to the left and up; in points.
+double dotOffset(const StatusImage& image, DotPlacement placement) {
+    const bool isOnCorner = std::fmod(image.cell, 2) == 0;
+    const bool isSmall = image.cell / 2 - image.inset < 1;
+    return placement == DotPlacement::onPoints && image.isRound && isOnCorner && isSmall ? 0.5 : 0;
 }
 
 /// How much of each pixel of a cell its shape covers, 0 to 1; every inked cell looks the same.
@@ -34,7 +36,7 @@ std::vector<double> cellCoverage(const StatusImage& image, std::int64_t pixels, 
     const double middle = static_cast<double>(pixels) / 2;
     const double radius = middle - inset;
     require(inset >= 0 && radius > 0, "a dot must fit its cell");
-    const double centre = image.isRound ? middle - dotOffset(pixels, radius, placement) : middle;
+    const double centre = middle - dotOffset(image, placement) * scale;
 
     std::vector<double> coverage;
     coverage.reserve(CellGrid::cellCount(pixels, pixels));

@@ -27,9 +27,10 @@ struct RgbaImage {
     friend bool operator==(const RgbaImage&, const RgbaImage&) = default;
 };
 
-/// Where a round dot lies: in the centre of its cell; or, when that is a corner of four pixels and the dot less than
-/// two of them wide, in the centre of the first, so that small dots are points of light and not a grey haze.
-enum class DotPlacement { centred, onPixels };
+/// Where a round dot lies: in the centre of its cell; or, when that is a corner of four points and the dot less than
+/// two of them wide, in the centre of the first, so that at a pixel per point small dots are points of light and not
+/// a grey haze, and so they are when a picture of more pixels is scaled down to that.
+enum class DotPlacement { centred, onPoints };
 
 /// Draws the recipe at a whole number of pixels per point, black on transparent. Squares have hard edges; each pixel
 /// of a round dot is covered by exactly the dot's share of its area.

@@ -78,17 +78,22 @@ TEST(Rasterize, CoversEachPixelOfADotByItsShareOfTheArea) {
     EXPECT_EQ(alphas(rasterize(dots({"#"}, PixelSize::large), 1)), (Rows{{0, 48, 0}, {48, 255, 48}, {0, 48, 0}}));
 }
 
-TEST(Rasterize, MovesADotOntoAPixelOnlyWhereFourWouldShareIt) {
-    const auto onPixels = [](PixelSize size, std::int64_t scale) {
-        return rasterize(dots({"#:"}, size), scale, DotPlacement::onPixels);
+TEST(Rasterize, MovesADotOntoAPointOnlyWhereFourWouldShareIt) {
+    const auto onPoints = [](PixelSize size, std::int64_t scale) {
+        return rasterize(dots({"#:"}, size), scale, DotPlacement::onPoints);
     };
     const int whole = static_cast<int>(std::lround(255 * pi * 0.25));
     const int faint = static_cast<int>(std::lround(0.12 * 255 * pi * 0.25));
-    EXPECT_EQ(alphas(onPixels(PixelSize::compact, 1)), (Rows{{whole, 0, faint, 0}, {0, 0, 0, 0}}));
+    EXPECT_EQ(alphas(onPoints(PixelSize::compact, 1)), (Rows{{whole, 0, faint, 0}, {0, 0, 0, 0}}));
 
-    EXPECT_EQ(onPixels(PixelSize::compact, 2), rasterize(dots({"#:"}, PixelSize::compact), 2));
-    EXPECT_EQ(onPixels(PixelSize::large, 1), rasterize(dots({"#:"}, PixelSize::large), 1));
-    EXPECT_EQ(rasterize(squares({"#:"}, PixelSize::compact), 1, DotPlacement::onPixels),
+    // Twice as large, so that half the size of it is the same.
+    EXPECT_EQ(alphas(onPoints(PixelSize::compact, 2)), (Rows{{whole, whole, 0, 0, faint, faint, 0, 0},
+                                                             {whole, whole, 0, 0, faint, faint, 0, 0},
+                                                             {0, 0, 0, 0, 0, 0, 0, 0},
+                                                             {0, 0, 0, 0, 0, 0, 0, 0}}));
+
+    EXPECT_EQ(onPoints(PixelSize::large, 1), rasterize(dots({"#:"}, PixelSize::large), 1));
+    EXPECT_EQ(rasterize(squares({"#:"}, PixelSize::compact), 1, DotPlacement::onPoints),
               rasterize(squares({"#:"}, PixelSize::compact), 1));
 }
 

@@ -40,7 +40,7 @@ void draw(QPainter& painter, const QRectF& rectangle, const StatusImage& image, 
     const QTransform viewToDevice = painter.worldTransform().inverted() * toDevice;
     const QRectF device = toDevice.mapRect(rectangle);
     const StatusImage drawn = atScale(image, toDevice.m11());
-    QImage picture = toQImage(rasterize(drawn, 1, DotPlacement::onPixels));
+    QImage picture = toQImage(rasterize(drawn, 1, DotPlacement::onPoints));
     QPainter tint(&picture);
     tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
     tint.fillRect(picture.rect(), color);
