@@ -148,7 +148,7 @@ TEST(RoleColors, KeepTextLegibleOnLightAndDark) {
                                      RoleColors::color(ColorRole::sidebar, palette)}) {
             EXPECT_GE(contrast(RoleColors::color(ColorRole::primary, palette), ground), 10);
             EXPECT_GE(contrast(RoleColors::color(ColorRole::secondary, palette), ground), 4.5);
-            EXPECT_GE(contrast(RoleColors::color(ColorRole::tertiary, palette), ground), 2.3);
+            EXPECT_GE(contrast(RoleColors::color(ColorRole::tertiary, palette), ground), 3);
         }
         const QColor accent = RoleColors::color(ColorRole::accent, palette);
         EXPECT_GE(contrast(RoleColors::color(ColorRole::onAccent, palette), accent), 4);

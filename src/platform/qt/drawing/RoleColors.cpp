@@ -5,7 +5,7 @@ namespace thermopix::RoleColors {
 namespace {
 
 constexpr double secondaryOpacity = 0.66;
-constexpr double tertiaryOpacity = 0.44;
+constexpr double tertiaryOpacity = 0.5;
 constexpr double separatorOpacity = 0.12;
 constexpr double sidebarShade = 0.05;
 constexpr double darkCardTint = 0.06;
