@@ -65,7 +65,8 @@ class Repository:
 
     def git(self, *arguments):
         return subprocess.run(["git", "-C", self.folder, "-c", "user.name=A", "-c", "user.email=a@example.org",
-                               *arguments], check=True, stdout=subprocess.PIPE, text=True).stdout
+                               *arguments], check=True, stdout=subprocess.PIPE, text=True,
+                              env={**os.environ, "GIT_CONFIG_GLOBAL": os.devnull}).stdout
 
     def commit(self, message):
         self.git("add", "--all")
