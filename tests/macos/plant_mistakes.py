@@ -181,6 +181,13 @@ def linked(mistake, scratch):
     return relink(target, old, new, scratch / "Thermopix")
 
 
+def linked_with(mistake, scratch):
+    """The program is linked with one source more, which has the mistake in it."""
+    extra = scratch / "extra.o"
+    said = compile_planted(mistake, scratch, "arm64", extra)
+    return said or relink("arm64", " -o ", f" {extra} -o ", scratch / "Thermopix")
+
+
 def bundled(mistake, scratch):
     _, target, plant, _ = mistake
     app = scratch / "Thermopix.app"
@@ -240,6 +247,12 @@ LINKED += [(f"without the library {name}", "arm64", str(gate.stand_in(build) / "
 LINKED.append(("without the layer", "arm64", "src/platform/macos/libthermopix_macos_application.a", "",
                "undefined symbol"))
 
+# Declared by the headers at hand, and not there on a Mac.
+FOREIGN = [("function of this machine's C library alone", "base/Fatal.cpp",
+            "namespace thermopix {\n\nvoid fatalError(std::string_view message) {",
+            "#include <cstring>\nnamespace thermopix {\n\nvoid fatalError(std::string_view message) {\n"
+            "    std::fputs(strchrnul(\"\", 0), stderr);", "undefined symbol: strchrnul")]
+
 BUNDLED = [
     ("another identifier", "arm64", in_dictionary("io.github.thermopix", "io.github.thermopics"), "CFBundleIdentifier is"),
     ("shown in the Dock from the start", "arm64", in_dictionary("<key>LSUIElement</key>\n    <true/>", ""), "LSUIElement"),
@@ -275,7 +288,7 @@ def try_one(work):
 
 
 work = [(check, mistake) for check, mistakes in (
-    (compiled, COMPILED), (declared, DECLARED), (table, TABLE), (objects, USED), (linked, LINKED), (bundled, BUNDLED),
+    (compiled, COMPILED), (declared, DECLARED), (table, TABLE), (objects, USED), (linked, LINKED), (linked_with, FOREIGN), (bundled, BUNDLED),
     (pictured, PICTURED), (described, DESCRIBED),
     (in_text("check_delegates.py"), WRITTEN), (in_text("check_texts.py"), SPOKEN)) for mistake in mistakes]
 with ThreadPoolExecutor(min(2, os.cpu_count() or 1)) as pool:

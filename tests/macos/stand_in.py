@@ -62,6 +62,13 @@ def write_library(place, install_name, symbols=(), classes=(), reexported=()):
     gate.write_if_changed(place, "\n".join([*text, "...", ""]))
 
 
+def standard_c():
+    """The functions of standard C, as libc++'s headers for them name them."""
+    headers = (gate.LIBCXX / name for name in ("cctype", "clocale", "cmath", "csetjmp", "csignal", "cstdio", "cstdlib",
+                                               "cstring", "ctime", "cwchar", "cwctype"))
+    return {name for header in headers for name in re.findall(r"^using ::(\w+)", header.read_text(), re.M)}
+
+
 def write_headers(sdk):
     include = sdk / "usr" / "include"
     for header in gate.C_HEADERS.iterdir():
@@ -105,10 +112,12 @@ def write_frameworks(sdk, folder):
     write_library(usr / "libobjc.A.tbd", "/usr/lib/libobjc.A.dylib",
                   {"_" + name for name in runtime if re.match("_?objc_|__objc_", name)})
     link(usr / "libobjc.tbd", Path("libobjc.A.tbd"))
-    of_the_system = {"_" + name for (kind, name), header in places.items() if header in OF_THE_SYSTEM}
-    libc = exported(library_of_this_machine("libc.so.6")) | exported(library_of_this_machine("libm.so.6"))
+    # Of the C library, too, only what is known to be there, as this machine's has more: the table's, and what is
+    # standard C.
+    of_the_system = {name for (kind, name), header in places.items() if header in OF_THE_SYSTEM}
+    of_the_table = {name for name in runtime if "objc" not in name}
     write_library(usr / "libSystem.tbd", "/usr/lib/libSystem.B.dylib",
-                  of_the_system | libc | {"_" + name for name in runtime if "objc" not in name} | {"dyld_stub_binder"})
+                  {"_" + name for name in of_the_system | of_the_table | standard_c()} | {"dyld_stub_binder"})
     write_library(usr / "libc++.tbd", "/usr/lib/libc++.1.dylib",
                   exported(gate.LIBCXX_LIBRARIES / "libc++.so.1") | exported(gate.LIBCXX_LIBRARIES / "libc++abi.so.1"))
     write_library(usr / "libz.tbd", "/usr/lib/libz.1.dylib", exported(library_of_this_machine("libz.so.1")))
