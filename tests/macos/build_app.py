@@ -53,6 +53,15 @@ def run(*command):
     return result.stdout
 
 
+def forget_programs_older_than_the_libraries():
+    """Ninja does not know that a linker looks into the SDK."""
+    newest = max(library.stat().st_mtime for library in folder.glob("**/*.tbd") if output not in library.parents)
+    for program in (output / "Thermopix.app" / "Contents" / "MacOS" / "Thermopix", output / "make_icons"):
+        if program.exists() and program.stat().st_mtime < newest:
+            program.unlink()
+
+
+forget_programs_older_than_the_libraries()
 run("cmake", "-S", gate.ROOT, "-B", output, "-G", "Ninja", *(f"-D{name}={value}" for name, value in variables.items()))
 jobs = os.environ.get("CMAKE_BUILD_PARALLEL_LEVEL") or str(min(2, os.cpu_count() or 1))
 said = run("ninja", "-C", output, "-j", jobs)
