@@ -4,10 +4,12 @@
 // and ends with its end:
 //   messages    how many messages of others have crossed the session bus, and how many of each kind
 //   sleep, wake tells the system bus
+//   activate    opens the measured program again, and says when
 
 #include <glib-unix.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdio>
@@ -17,6 +19,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/AppInfo.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 
@@ -150,6 +153,18 @@ private:
     std::string text_;
 };
 
+void activate() {
+    const std::string name(AppInfo::identifier);
+    std::string path = "/" + name;
+    std::replace(path.begin(), path.end(), '.', '/');
+    static const auto connection = TestBus::instance().connect();
+    const auto reply = callFrom(connection.get(), name, path, "org.freedesktop.Application", "Activate",
+                                g_variant_new("(a{sv})", nullptr));
+    if (!reply.error.empty()) {
+        say("not activated: " + reply.error);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -173,6 +188,9 @@ int main() {
                 say(monitor.report());
             } else if (command == "sleep" || command == "wake") {
                 loginManager.announce(command == "sleep");
+            } else if (command == "activate") {
+                say("activated " + std::to_string(g_get_monotonic_time()));
+                activate();
             }
         }
     }

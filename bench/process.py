@@ -10,6 +10,11 @@ def memory(process):
     return tuple(int(re.search(rf"^{name}:\s+(\d+) kB", text, re.M)[1]) for name in ("Rss", "Pss"))
 
 
+def children(process):
+    """The processes that it has started and that have not ended."""
+    return pathlib.Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()
+
+
 def wake_ups(process):
     """How often the threads of the process have gone to sleep of their own accord."""
     threads = pathlib.Path(f"/proc/{process.pid}/task").glob("*/status")
