@@ -89,6 +89,14 @@ class SettingsTest(DeskTest):
         wanted = [{"kind": "text", "name": text} for text in self.story["aboutPanel"]]
         until(lambda: content(self.reader.see(ABOUT)) == wanted, f"a panel that says {self.story['aboutPanel']}")
 
+    def test_strip_opens_its_menu_whose_choices_are_stored(self):
+        self.start("--uitest-fake-sensor")
+        strip = "61 degrees Celsius, comfy"
+        self.reader.do(strip, "Press", lambda found: found.kind == "button")
+        self.reader.do(strip, "Press", lambda found: found.kind == "item" and found.name == "Ghost")
+        until(lambda: (self.desk.settings() or {}).get("pet") == "ghost", "the ghost among the settings")
+        until(lambda: {element.kind for element in self.reader.see(strip)} == {"button"}, "a strip without a menu")
+
     def test_window_is_a_frame_to_assistive_technology(self):
         self.open()
         self.assertEqual(self.reader.see(SETTINGS)[0].role, "frame")
