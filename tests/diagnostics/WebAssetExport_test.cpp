@@ -14,8 +14,8 @@
 #include "diagnostics/DarkStrip.h"
 #include "diagnostics/DecodedPng.h"
 #include "diagnostics/GlyphDocument.h"
-#include "diagnostics/TemporaryDirectory.h"
 #include "fakes/RecordingOutput.h"
+#include "fakes/TemporaryFolder.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
 
@@ -59,12 +59,12 @@ protected:
         return all;
     }
 
-    TemporaryDirectory temporary;
+    TemporaryFolder temporary;
     RecordingOutput output;
 };
 
 TEST_F(WebAssetExportTest, WritesTheDocumentAndTwentyPicturesIntoADirectoryThatItMakes) {
-    const auto directory = temporary.path / "new" / "deep";
+    const auto directory = temporary.path() / "new" / "deep";
     EXPECT_EQ(run(directory), 0);
     EXPECT_EQ(output.lines, (Lines{"wrote glyphs.json and 20 PNGs to " + directory.string()}));
     std::set<std::string> names;
@@ -96,22 +96,22 @@ TEST_F(WebAssetExportTest, WritesTheDocumentAndTwentyPicturesIntoADirectoryThatI
 }
 
 TEST_F(WebAssetExportTest, PrintsTheDirectoryAsItWasGiven) {
-    const std::string given = temporary.path.string() + "/./web//";
+    const std::string given = temporary.path().string() + "/./web//";
     EXPECT_EQ(run(given), 0);
     EXPECT_EQ(output.lines, (Lines{"wrote glyphs.json and 20 PNGs to " + given}));
-    EXPECT_TRUE(fs::exists(temporary.path / "web" / "glyphs.json"));
+    EXPECT_TRUE(fs::exists(temporary.path() / "web" / "glyphs.json"));
 }
 
 TEST_F(WebAssetExportTest, RunningTwiceOverwritesEverythingWithTheSameBytes) {
-    EXPECT_EQ(run(temporary.path), 0);
-    const auto first = files(temporary.path);
-    std::ofstream(temporary.path / "glyphs.json", std::ios::app) << "something longer that someone added";
-    EXPECT_EQ(run(temporary.path), 0);
-    EXPECT_EQ(files(temporary.path), first);
+    EXPECT_EQ(run(temporary.path()), 0);
+    const auto first = files(temporary.path());
+    std::ofstream(temporary.path() / "glyphs.json", std::ios::app) << "something longer that someone added";
+    EXPECT_EQ(run(temporary.path()), 0);
+    EXPECT_EQ(files(temporary.path()), first);
 }
 
 TEST_F(WebAssetExportTest, StylePicturesShowTheCatAt52DegreesWithTheLetter) {
-    EXPECT_EQ(run(temporary.path), 0);
+    EXPECT_EQ(run(temporary.path()), 0);
     const std::pair<std::string, PixelStyle> styles[] = {{"style-arcade.png", PixelStyle::arcade},
                                                          {"style-micro.png", PixelStyle::micro},
                                                          {"style-segment.png", PixelStyle::segment},
@@ -119,12 +119,12 @@ TEST_F(WebAssetExportTest, StylePicturesShowTheCatAt52DegreesWithTheLetter) {
     for (const auto& [name, style] : styles) {
         const auto image = StatusImageRenderer::image(displayOf(52, PetMood::content, false), style, PixelSize::compact,
                                                       PixelPet::cat, true, false);
-        EXPECT_EQ(decodedPng(contents(temporary.path / name)), darkStrip(image)) << name;
+        EXPECT_EQ(decodedPng(contents(temporary.path() / name)), darkStrip(image)) << name;
     }
 }
 
 TEST_F(WebAssetExportTest, PetPicturesShowTheMoodsSampleTemperatureWithoutTheLetter) {
-    EXPECT_EQ(run(temporary.path), 0);
+    EXPECT_EQ(run(temporary.path()), 0);
     const std::pair<PetMood, std::int64_t> samples[] = {
         {PetMood::chilly, 38}, {PetMood::content, 55}, {PetMood::warm, 74}, {PetMood::scorching, 93}};
     for (const auto pet : {PixelPet::cat, PixelPet::westie, PixelPet::mac, PixelPet::ghost}) {
@@ -132,7 +132,7 @@ TEST_F(WebAssetExportTest, PetPicturesShowTheMoodsSampleTemperatureWithoutTheLet
             const auto name = "pet-" + std::string(rawValue(pet)) + "-" + std::string(rawValue(mood)) + ".png";
             const auto image = StatusImageRenderer::image(displayOf(celsius, mood, mood == PetMood::scorching),
                                                           PixelStyle::arcade, PixelSize::compact, pet, false, false);
-            EXPECT_EQ(decodedPng(contents(temporary.path / name)), darkStrip(image)) << name;
+            EXPECT_EQ(decodedPng(contents(temporary.path() / name)), darkStrip(image)) << name;
         }
     }
 }
@@ -151,8 +151,8 @@ std::string cellsOf(const RgbaImage& strip) {
 }
 
 TEST_F(WebAssetExportTest, TheCatAt38DegreesIsThisPicture) {
-    EXPECT_EQ(run(temporary.path), 0);
-    const auto strip = decodedPng(contents(temporary.path / "pet-cat-chilly.png"));
+    EXPECT_EQ(run(temporary.path()), 0);
+    const auto strip = decodedPng(contents(temporary.path() / "pet-cat-chilly.png"));
     ASSERT_TRUE(strip);
     EXPECT_EQ(strip->width, 2 * (2 * (8 + 2 + 17) + 16));
     EXPECT_EQ(strip->height, 44);
@@ -167,8 +167,8 @@ TEST_F(WebAssetExportTest, TheCatAt38DegreesIsThisPicture) {
 }
 
 TEST_F(WebAssetExportTest, TheSegmentStyleKeepsItsGhostsOnTheStrip) {
-    EXPECT_EQ(run(temporary.path), 0);
-    const auto strip = decodedPng(contents(temporary.path / "style-segment.png"));
+    EXPECT_EQ(run(temporary.path()), 0);
+    const auto strip = decodedPng(contents(temporary.path() / "style-segment.png"));
     ASSERT_TRUE(strip);
     EXPECT_EQ(cellsOf(*strip),
               "##....##...##...##...##...##.\n"
@@ -181,8 +181,8 @@ TEST_F(WebAssetExportTest, TheSegmentStyleKeepsItsGhostsOnTheStrip) {
 }
 
 TEST_F(WebAssetExportTest, PicturesAreOpaqueAndSayThatTheyHaveTwoPixelsPerPoint) {
-    EXPECT_EQ(run(temporary.path), 0);
-    const auto bytes = contents(temporary.path / "style-arcade.png");
+    EXPECT_EQ(run(temporary.path()), 0);
+    const auto bytes = contents(temporary.path() / "style-arcade.png");
     const auto density = pngChunk(bytes, "pHYs");
     ASSERT_TRUE(density);
     ASSERT_EQ(density->size(), 9U);
@@ -200,16 +200,16 @@ TEST_F(WebAssetExportTest, PicturesAreOpaqueAndSayThatTheyHaveTwoPixelsPerPoint)
 }
 
 TEST_F(WebAssetExportTest, APathBelowAFileCannotBeCreated) {
-    std::ofstream(temporary.path / "file") << "in the way";
-    const auto directory = temporary.path / "file" / "web";
+    std::ofstream(temporary.path() / "file") << "in the way";
+    const auto directory = temporary.path() / "file" / "web";
     EXPECT_EQ(run(directory), 1);
     EXPECT_EQ(output.lines,
               (Lines{"cannot create " + directory.string() + ": " + message(std::errc::not_a_directory)}));
-    EXPECT_EQ(files(temporary.path).size(), 1U);
+    EXPECT_EQ(files(temporary.path()).size(), 1U);
 }
 
 TEST_F(WebAssetExportTest, AFileInPlaceOfTheDirectoryCannotBeCreated) {
-    const auto file = temporary.path / "file";
+    const auto file = temporary.path() / "file";
     std::ofstream(file) << "in the way";
     EXPECT_EQ(run(file), 1);
     ASSERT_EQ(output.lines.size(), 1U);
@@ -224,27 +224,27 @@ TEST_F(WebAssetExportTest, AnEmptyPathCannotBeCreated) {
 }
 
 TEST_F(WebAssetExportTest, ADocumentThatCannotBeOpenedEndsTheRun) {
-    fs::create_directory(temporary.path / "glyphs.json");
-    EXPECT_EQ(run(temporary.path), 1);
+    fs::create_directory(temporary.path() / "glyphs.json");
+    EXPECT_EQ(run(temporary.path()), 1);
     EXPECT_EQ(output.lines, (Lines{"cannot write glyphs.json: " + message(std::errc::is_a_directory)}));
-    EXPECT_FALSE(fs::exists(temporary.path / "style-arcade.png"));
+    EXPECT_FALSE(fs::exists(temporary.path() / "style-arcade.png"));
 }
 
 TEST_F(WebAssetExportTest, ADocumentThatFindsNoSpaceEndsTheRun) {
     if (!fs::exists("/dev/full")) {
         GTEST_SKIP() << "this system has no device that is always full";
     }
-    fs::create_symlink("/dev/full", temporary.path / "glyphs.json");
-    EXPECT_EQ(run(temporary.path), 1);
+    fs::create_symlink("/dev/full", temporary.path() / "glyphs.json");
+    EXPECT_EQ(run(temporary.path()), 1);
     EXPECT_EQ(output.lines, (Lines{"cannot write glyphs.json: " + message(std::errc::no_space_on_device)}));
 }
 
 TEST_F(WebAssetExportTest, PicturesThatCannotBeWrittenAreSkippedAndNotCounted) {
-    fs::create_directory(temporary.path / "style-micro.png");
-    fs::create_directory(temporary.path / "pet-ghost-warm.png");
-    EXPECT_EQ(run(temporary.path), 0);
-    EXPECT_EQ(output.lines, (Lines{"wrote glyphs.json and 18 PNGs to " + temporary.path.string()}));
-    EXPECT_TRUE(fs::exists(temporary.path / "pet-ghost-scorching.png"));
+    fs::create_directory(temporary.path() / "style-micro.png");
+    fs::create_directory(temporary.path() / "pet-ghost-warm.png");
+    EXPECT_EQ(run(temporary.path()), 0);
+    EXPECT_EQ(output.lines, (Lines{"wrote glyphs.json and 18 PNGs to " + temporary.path().string()}));
+    EXPECT_TRUE(fs::exists(temporary.path() / "pet-ghost-scorching.png"));
 }
 
 }  // namespace

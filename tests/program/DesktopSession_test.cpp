@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "app/AppInfo.h"
+#include "fakes/TemporaryFolder.h"
 #include "menubar/TrayPictures.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
-#include "platform/linux/tray/TemporaryFolder.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 #include "program/Program.h"

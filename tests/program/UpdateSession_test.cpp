@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/tray/TemporaryFolder.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 #include "platform/linux/updates/FakeNotificationService.h"

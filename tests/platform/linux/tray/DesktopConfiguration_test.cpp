@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/RecordingLog.h"
-#include "platform/linux/tray/TemporaryFolder.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {

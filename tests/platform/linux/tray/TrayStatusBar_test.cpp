@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "fakes/RecordingLog.h"
+#include "fakes/TemporaryFolder.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
-#include "platform/linux/tray/TemporaryFolder.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestDesktopSettings.h"
 #include "platform/linux/tray/TestMenuSource.h"

@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "FakeNotificationService.h"
-#include "TemporaryFolder.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/ManualMainLoop.h"
 #include "fakes/MemoryUserDefaults.h"
 #include "fakes/RecordingLog.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/linux/tray/TestBus.h"
 
 namespace thermopix {
@@ -28,14 +28,14 @@ class TestBrowser {
 public:
     TestBrowser() {
         const auto program = home_.script(
-            "browser", "printf '%s %s\\n' \"$*\" \"$XDG_ACTIVATION_TOKEN\" >'" + (home_.path / "new").string() +
-                           "'\nmv '" + (home_.path / "new").string() + "' '" + opened().string() + "'");
+            "browser", "printf '%s %s\\n' \"$*\" \"$XDG_ACTIVATION_TOKEN\" >'" + (home_.path() / "new").string() +
+                           "'\nmv '" + (home_.path() / "new").string() + "' '" + opened().string() + "'");
         home_.write("applications/test-browser.desktop",
                     "[Desktop Entry]\nType=Application\nName=Browser\nMimeType=x-scheme-handler/https;\nExec=" +
                         program.string() + " %u\n");
         home_.write("mimeapps.list", "[Default Applications]\nx-scheme-handler/https=test-browser.desktop\n");
         for (const char* variable : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"}) {
-            g_setenv(variable, home_.path.c_str(), TRUE);
+            g_setenv(variable, home_.path().c_str(), TRUE);
         }
     }
 
@@ -49,7 +49,7 @@ public:
     void forget() const { std::filesystem::remove(opened()); }
 
 private:
-    [[nodiscard]] std::filesystem::path opened() const { return home_.path / "opened"; }
+    [[nodiscard]] std::filesystem::path opened() const { return home_.path() / "opened"; }
 
     TemporaryFolder home_;
 };
@@ -60,7 +60,7 @@ class LinuxUpdaterTest : public ::testing::Test {
 protected:
     LinuxUpdaterTest() {
         browser.forget();
-        system.path = folder.path;
+        system.path = folder.path();
     }
 
     void start(const UpdateSource& source = {UpdateOrigin::feed, "https://example.org/feed.xml"}) {
@@ -69,7 +69,7 @@ protected:
     }
     void checkSays(const std::string& verdict) const {
         folder.script("thermopix-update-check",
-                      "echo \"$*\" >>'" + (folder.path / "asked").string() + "'\necho '" + verdict + "'");
+                      "echo \"$*\" >>'" + (folder.path() / "asked").string() + "'\necho '" + verdict + "'");
     }
     void waitForNotices(std::size_t count) {
         ASSERT_TRUE(runUntil([&] { return service.shown.size() == count; }));
@@ -77,7 +77,7 @@ protected:
     }
     [[nodiscard]] Texts asked() const {
         Texts lines;
-        std::ifstream file(folder.path / "asked");
+        std::ifstream file(folder.path() / "asked");
         for (std::string line; std::getline(file, line);) {
             lines.push_back(line);
         }

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "TemporaryFolder.h"
 #include "fakes/ManualMainLoop.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/linux/tray/TestBus.h"
 
 namespace thermopix {
@@ -48,14 +48,14 @@ protected:
     /// Whether the process whose number the script wrote has ended and been reaped.
     [[nodiscard]] bool isGone() const {
         pid_t process = 0;
-        std::ifstream(folder.path / "pid") >> process;
+        std::ifstream(folder.path() / "pid") >> process;
         return process > 0 && kill(process, 0) != 0;
     }
-    [[nodiscard]] bool hasStarted() const { return std::filesystem::exists(folder.path / "pid"); }
+    [[nodiscard]] bool hasStarted() const { return std::filesystem::exists(folder.path() / "pid"); }
     /// Commands that never end, after telling the number of their process.
     [[nodiscard]] std::string endless() const {
-        return "echo $$ >'" + (folder.path / "new").string() + "'; mv '" + (folder.path / "new").string() + "' '" +
-               (folder.path / "pid").string() + "'; exec tail -f /dev/null";
+        return "echo $$ >'" + (folder.path() / "new").string() + "'; mv '" + (folder.path() / "new").string() + "' '" +
+               (folder.path() / "pid").string() + "'; exec tail -f /dev/null";
     }
 
     TemporaryFolder folder;
@@ -97,7 +97,7 @@ TEST_F(UpdateCheckProcessTest, anythingButOneVerdictIsAFailedCheck) {
 }
 
 TEST_F(UpdateCheckProcessTest, aProgramThatIsMissingIsAFailedCheckToldLater) {
-    checking = std::make_unique<UpdateCheckProcess>(loop, std::vector<std::string>{folder.path / "missing"}, 10s);
+    checking = std::make_unique<UpdateCheckProcess>(loop, std::vector<std::string>{folder.path() / "missing"}, 10s);
     running = checking->check([this](const UpdateVerdict& told) { verdict = told; });
     EXPECT_FALSE(verdict);
     loop.runPending();

@@ -8,8 +8,8 @@
 #include <variant>
 #include <vector>
 
+#include "fakes/TemporaryFolder.h"
 #include "menubar/MainMenu.h"
-#include "platform/linux/tray/TemporaryFolder.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 #include "platform/linux/windows/WindowStandIns.h"

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "platform/linux/tray/TemporaryFolder.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {

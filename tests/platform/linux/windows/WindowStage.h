@@ -11,8 +11,8 @@
 
 #include "fakes/ManualMainLoop.h"
 #include "fakes/RecordingLog.h"
+#include "fakes/TemporaryFolder.h"
 #include "messages/WindowEvent.h"
-#include "platform/linux/tray/TemporaryFolder.h"
 #include "platform/linux/windows/WindowProcess.h"
 #include "platform/linux/windows/WindowStandIns.h"
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "fakes/TemporaryFolder.h"
 #include "messages/WindowEvent.h"
 #include "messages/WindowRequest.h"
-#include "platform/linux/tray/TemporaryFolder.h"
 
 namespace thermopix {
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/linux/userdefaults/TemporaryFolder.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "fakes/MemoryUserDefaults.h"
 #include "fakes/RecordingLog.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/linux/files/FileUserDefaults.h"
-#include "platform/linux/userdefaults/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {

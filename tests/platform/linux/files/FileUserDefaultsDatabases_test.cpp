@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "fakes/RecordingLog.h"
-#include "platform/linux/userdefaults/TemporaryFolder.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {

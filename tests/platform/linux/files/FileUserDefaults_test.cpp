@@ -13,8 +13,8 @@
 
 #include "app/PreferencesStore.h"
 #include "fakes/RecordingLog.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/linux/files/Descriptor.h"
-#include "platform/linux/userdefaults/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {
@@ -152,7 +152,7 @@ TEST_F(FileUserDefaultsTest, FullDiskLeavesTheOldDocumentWholeAndIsToldOnce) {
         EXPECT_FALSE(defaults.setData(key, "newer document"));
         EXPECT_EQ(defaults.data(key), "old document");
         EXPECT_EQ(temporary.entries("settings"), Names{"preferences.v1"});
-        EXPECT_EQ(log.lines, Names{"settings: cannot save " + temporary.path("settings/preferences.v1") +
+        EXPECT_EQ(log.lines, Names{"settings: cannot save " + temporary.path("settings/preferences.v1").string() +
                                    ": No space left on device"});
     }
 }
@@ -371,8 +371,8 @@ TEST_F(FileUserDefaultsTest, FileThatGrewBeyondMeasureIsNotRead) {
     auto defaults = made();
     EXPECT_EQ(defaults.data(key), std::nullopt);
     EXPECT_EQ(defaults.data(key), std::nullopt);
-    EXPECT_EQ(log.lines,
-              Names{"settings: cannot read " + temporary.path("settings/preferences.v1") + ": File too large"});
+    EXPECT_EQ(log.lines, Names{"settings: cannot read " + temporary.path("settings/preferences.v1").string() +
+                               ": File too large"});
     EXPECT_FALSE(defaults.setData("big", std::string((16U << 20U) + 1, 'x')));
 }
 
