@@ -70,6 +70,7 @@ TABLE = {
     "./dev lint": NotRun(MINUTES, knows_dev_command),
     "./dev fmt": NotRun("rewrites the source", knows_dev_command),
     "./dev coverage": NotRun(MINUTES, knows_dev_command),
+    "./dev bench": NotRun("measures for minutes", knows_dev_command),
     "./dev setup": NotRun(INSTALLS, knows_dev_command),
     "./dev fuzz unicode 300": NotRun(MINUTES, knows_fuzzer),
     "./dev shots": NotRun("builds, and needs every desktop", knows_dev_command),
