@@ -51,7 +51,9 @@ void TrayStatusBar::decide() {
         return;
     }
     std::optional<TrayPresentation> presentation;
-    if (!hostState_->watcher.empty()) {
+    // Not before somebody draws: a tray that is about to start may have read the watcher's list of items already and
+    // not listen yet, so that what comes in between is lost on it.
+    if (hostState_->hasHost) {
         const TrayHost host = trayHost(hostState_->watcherProcess, hostState_->hostProcesses, choices_.shape);
         const bool choosesInk = choices_.ink == TrayInkChoice{};
         colorWatch_.follow(choosesInk ? host.ink : TrayInkRule::light);

@@ -310,21 +310,31 @@ TEST_F(TrayStatusBarTest, SaysOnceThatItWaitsForATray) {
     EXPECT_EQ(log_.lines, Names{"desktop: no status notifier host; waiting for one"});
 }
 
-TEST_F(TrayStatusBarTest, AWatcherWithoutATrayIsNoTrayYet) {
+TEST_F(TrayStatusBarTest, AWatcherWithoutATrayIsNoTrayYetAndGetsNoItem) {
     nameProcess("waybar");
     host_.emplace(TestTrayHost::Draws::notYet);
     makeItem();
-    ASSERT_TRUE(host_->waitForRegistration());
-    EXPECT_EQ(bar_->presence().value(), TrayPresence::absent);
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
     std::vector<TrayPresence> seen;
     const Subscription subscription =
         bar_->presence().subscribe([&seen](const TrayPresence& presence) { seen.push_back(presence); });
+    EXPECT_EQ(host_->registrations.size(), 0U);
     host_->startDrawing();
     ASSERT_TRUE(waitFor(TrayPresence::present));
+    ASSERT_TRUE(host_->waitForRegistration());
     host_->stopDrawing();
     ASSERT_TRUE(waitFor(TrayPresence::absent));
     EXPECT_EQ(seen, (std::vector{TrayPresence::absent, TrayPresence::present, TrayPresence::absent}));
     EXPECT_EQ(host_->registrations.size(), 1U);
+}
+
+TEST_F(TrayStatusBarTest, ATrayThatRestartsBehindItsWatcherGetsTheItemAgain) {
+    showIn("waybar");
+    host_->stopDrawing();
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    host_->startDrawing();
+    ASSERT_TRUE(host_->waitForRegistration(2));
+    EXPECT_EQ(host_->registrations[1].reference, host_->registrations[0].reference);
 }
 
 TEST_F(TrayStatusBarTest, AWatcherThatCannotSayWhetherThereIsATrayHasNone) {
@@ -332,8 +342,8 @@ TEST_F(TrayStatusBarTest, AWatcherThatCannotSayWhetherThereIsATrayHasNone) {
     host_.emplace();
     host_->wrongHostAnswer = "broken";
     makeItem();
-    ASSERT_TRUE(host_->waitForRegistration());
-    EXPECT_EQ(bar_->presence().value(), TrayPresence::absent);
+    ASSERT_TRUE(waitFor(TrayPresence::absent));
+    EXPECT_EQ(host_->registrations.size(), 0U);
 }
 
 TEST_F(TrayStatusBarTest, AWatcherThatRefusesTheItemIsNamedInTheLog) {
