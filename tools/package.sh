@@ -56,20 +56,20 @@ check_reproducible() {
         export TZ=Pacific/Kiritimati LC_ALL=C.UTF-8 HOME=$elsewhere/home
         build_in "$elsewhere/quite/another/folder"
     )
-    (cd "$elsewhere/quite/another/folder" && sha256sum --quiet --check "$out/work/SHA256SUMS") ||
+    (cd "$elsewhere/quite/another/folder" && sha256sum --quiet --check "$out/staging/SHA256SUMS") ||
         die "two builds differ; the first is in $out"
     printf 'reproducible: two builds, in different folders and surroundings, gave the same packages\n'
 }
 
 rm -rf "$out"
-mkdir -p "$out/work"
-build_in "$out/work"
-check_lintian "$out/work"
-(cd "$out/work" && sha256sum ./*.deb >SHA256SUMS)
+mkdir -p "$out/staging"
+build_in "$out/staging"
+check_lintian "$out/staging"
+(cd "$out/staging" && sha256sum ./*.deb >SHA256SUMS)
 # What people install stands alone; debugging symbols and the build's own papers stand apart.
 mkdir "$out/debug-symbols"
-cp "$out"/work/*-dbgsym_*.deb "$out/debug-symbols/"
-find "$out/work" -maxdepth 1 -name '*.deb' -not -name '*-dbgsym_*' -exec cp -t "$out" {} +
+cp "$out"/staging/*-dbgsym_*.deb "$out/debug-symbols/"
+find "$out/staging" -maxdepth 1 -name '*.deb' -not -name '*-dbgsym_*' -exec cp -t "$out" {} +
 (cd "$out" && sha256sum ./*.deb | tee SHA256SUMS)
 
 if [[ ${1-} == --test ]]; then

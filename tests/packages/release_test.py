@@ -45,8 +45,8 @@ class Repository:
                    "[build]\nlibheat-dev   # warmth\nmkheat  # makes it\n\n[test]\nlibtest-dev\n")
         self.write(".gitignore", "build/\n")
         # In the packages' place: what the script of the packages leaves behind.
-        self.write("dev", "#!/bin/sh\n[ \"$*\" = 'package --test' ] || exit 1\nmkdir -p build/package/work\n"
-                          "echo one >build/package/thermopix_1.2.0.deb\necho log >build/package/work/build.log\n", 0o755)
+        self.write("dev", "#!/bin/sh\n[ \"$*\" = 'package --test' ] || exit 1\nmkdir -p build/package/staging\n"
+                          "echo one >build/package/thermopix_1.2.0.deb\necho log >build/package/staging/build.log\n", 0o755)
         # The package database knows one of the two packages.
         self.write("bin/dpkg-query", "#!/bin/sh\necho 'libheat-dev installed 3.1+b2 amd64'\n", 0o755)
         self.git("init", "--quiet", "--initial-branch=main")
