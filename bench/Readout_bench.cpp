@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "AllocationCounter.h"
-#include "app/AppEnvironment.h"
+#include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/RecordingStatusBar.h"
 #include "menubar/StatusItemController.h"

@@ -19,7 +19,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 

@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "app/AppDelegate.h"
-#include "app/AppInfo.h"
-#include "app/CommandLine.h"
-#include "app/Desktop.h"
-#include "app/Platform.h"
 #include "diagnostics/AcceptanceSelfTest.h"
 #include "diagnostics/SensorCaptureMode.h"
 #include "diagnostics/SensorDump.h"
 #include "diagnostics/WebAssetExport.h"
+#include "environment/AppInfo.h"
+#include "environment/CommandLine.h"
+#include "shell/Desktop.h"
+#include "system/Platform.h"
 
 extern char** environ;  // NOLINT(readability-redundant-declaration): not every libc declares it
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/CommandLine.h"
+#include "environment/CommandLine.h"
 
 namespace {
 

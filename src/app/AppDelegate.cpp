@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "menubar/AboutPanel.h"
 #include "menubar/MainMenu.h"
 

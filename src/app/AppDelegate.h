@@ -4,12 +4,12 @@
 #include <optional>
 #include <vector>
 
-#include "app/AppEnvironment.h"
-#include "app/Desktop.h"
 #include "base/Subscription.h"
-#include "menubar/Application.h"
+#include "environment/AppEnvironment.h"
 #include "menubar/StatusItemController.h"
 #include "settings/PreferencesWindowController.h"
+#include "shell/Application.h"
+#include "shell/Desktop.h"
 
 namespace thermopix {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/StandardOutput.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix {
 

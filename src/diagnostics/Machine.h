@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/SystemInformation.h"
+#include "system/SystemInformation.h"
 
 /// System values by name, as reports print them.
 namespace thermopix::Machine {

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "base/FunctionView.h"
-#include "platform/MonotonicClock.h"
 #include "sensing/HIDTemperatureSensor.h"
 #include "sensing/SensorSource.h"
+#include "system/MonotonicClock.h"
 
 namespace thermopix {
 

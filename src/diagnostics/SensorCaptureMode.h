@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/SensorCapture.h"
-#include "platform/StandardOutput.h"
+#include "system/SensorCapture.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix::SensorCaptureMode {
 

@@ -3,8 +3,8 @@
 #include <span>
 
 #include "diagnostics/ReadCost.h"
-#include "platform/StandardOutput.h"
 #include "sensing/SensorSample.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix {
 

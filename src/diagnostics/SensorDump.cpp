@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 
-#include "app/AppInfo.h"
 #include "base/Unicode.h"
 #include "diagnostics/Machine.h"
 #include "diagnostics/ReadCost.h"
 #include "diagnostics/SensorCostReport.h"
 #include "diagnostics/SensorDiagnosis.h"
 #include "diagnostics/SensorSections.h"
+#include "environment/AppInfo.h"
 #include "sensing/HIDTemperatureSensor.h"
 #include "sensing/ThermalPressure.h"
 

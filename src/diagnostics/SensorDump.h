@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "app/Platform.h"
-#include "platform/StandardOutput.h"
+#include "system/Platform.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix::SensorDump {
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
-#include "platform/StandardOutput.h"
 #include "sensing/SensorSample.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix {
 

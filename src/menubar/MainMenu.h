@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 /// The menu bar of the frontmost program: three items of kind `submenu`.
 namespace thermopix::MainMenu {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 /// The items that menus are built of.
 namespace thermopix::MenuItems {

@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
-#include "app/AppEnvironment.h"
-#include "menubar/StatusItem.h"
+#include "environment/AppEnvironment.h"
 #include "menubar/StatusMenuController.h"
 #include "sensing/Display.h"
+#include "shell/StatusItem.h"
 
 namespace thermopix {
 

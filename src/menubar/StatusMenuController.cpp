@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "app/AppInfo.h"
 #include "base/Enumeration.h"
+#include "environment/AppInfo.h"
 #include "menubar/MenuItems.h"
 
 namespace thermopix {

@@ -5,10 +5,10 @@
 #include <span>
 #include <string>
 
-#include "app/AppEnvironment.h"
 #include "base/Published.h"
-#include "menubar/Menu.h"
+#include "environment/AppEnvironment.h"
 #include "sensing/Display.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

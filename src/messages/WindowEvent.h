@@ -6,10 +6,10 @@
 #include <variant>
 
 #include "base/Enumeration.h"
-#include "menubar/Menu.h"
 #include "messages/WindowProtocol.h"
 #include "messages/WindowRequest.h"
-#include "settings/ViewNode.h"
+#include "shell/Menu.h"
+#include "shell/ViewNode.h"
 
 /// What the window process tells the resident program.
 namespace thermopix {

@@ -5,12 +5,12 @@
 #include <string>
 #include <variant>
 
-#include "menubar/AboutPanel.h"
-#include "menubar/Application.h"
-#include "menubar/Menu.h"
 #include "pixels/StatusImage.h"
-#include "settings/ViewNode.h"
-#include "settings/Window.h"
+#include "shell/AboutPanelContent.h"
+#include "shell/Application.h"
+#include "shell/Menu.h"
+#include "shell/ViewNode.h"
+#include "shell/Window.h"
 
 /// What the resident program asks of the window process.
 namespace thermopix {

@@ -6,9 +6,9 @@
 #include <variant>
 #include <vector>
 
-#include "platform/DiagnosticLog.h"
-#include "sensing/HIDSymbols.h"
 #include "sensing/TemperatureSensing.h"
+#include "system/DiagnosticLog.h"
+#include "system/HIDSymbols.h"
 
 namespace thermopix {
 

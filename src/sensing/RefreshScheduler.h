@@ -5,9 +5,9 @@
 
 #include "base/Callback.h"
 #include "base/Subscription.h"
-#include "platform/MainLoop.h"
-#include "platform/SleepNotifications.h"
 #include "sensing/RefreshInterval.h"
+#include "system/MainLoop.h"
+#include "system/SleepNotifications.h"
 
 namespace thermopix {
 

@@ -6,12 +6,12 @@
 #include <optional>
 #include <vector>
 
-#include "platform/DiagnosticLog.h"
 #include "sensing/Display.h"
 #include "sensing/SamplingStage.h"
 #include "sensing/SensorSource.h"
 #include "sensing/TemperatureSensing.h"
 #include "sensing/TemperatureSmoother.h"
+#include "system/DiagnosticLog.h"
 
 namespace thermopix {
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "settings/Identifiers.h"
 #include "settings/Panes.h"
 #include "settings/Section.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

@@ -2,11 +2,11 @@
 
 #include <string_view>
 
-#include "app/AppEnvironment.h"
-#include "app/Preferences.h"
-#include "platform/SystemInformation.h"
+#include "environment/AppEnvironment.h"
+#include "environment/Preferences.h"
 #include "sensing/Display.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
+#include "system/SystemInformation.h"
 
 /// The three panes as views of the settings and of the present display.
 namespace thermopix::Panes {

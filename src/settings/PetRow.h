@@ -3,7 +3,7 @@
 #include "pixels/PixelPet.h"
 #include "pixels/PixelStyle.h"
 #include "sensing/Display.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

@@ -10,7 +10,7 @@
 #include <tuple>
 #include <utility>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "pixels/BlinkRhythm.h"
 #include "settings/Identifiers.h"
 #include "settings/Panes.h"

@@ -4,11 +4,11 @@
 #include <memory>
 #include <string_view>
 
-#include "app/AppEnvironment.h"
 #include "base/Subscription.h"
+#include "environment/AppEnvironment.h"
 #include "sensing/Display.h"
 #include "settings/Pane.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

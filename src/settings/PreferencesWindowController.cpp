@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "settings/Identifiers.h"
 
 namespace thermopix {

@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
-#include "app/AppEnvironment.h"
 #include "base/Subscription.h"
+#include "environment/AppEnvironment.h"
 #include "settings/PreferencesView.h"
-#include "settings/Window.h"
+#include "shell/Window.h"
 
 namespace thermopix {
 

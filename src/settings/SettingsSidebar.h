@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "settings/Pane.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 /// Short forms for the nodes that panes are built of.
 namespace thermopix::Views {

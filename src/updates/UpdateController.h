@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "app/UpdaterManaging.h"
-#include "platform/DiagnosticLog.h"
-#include "platform/MainLoop.h"
+#include "system/DiagnosticLog.h"
+#include "system/MainLoop.h"
+#include "system/UpdaterManaging.h"
 #include "updates/UpdateChecking.h"
 #include "updates/UpdateMemory.h"
 #include "updates/UserNotices.h"

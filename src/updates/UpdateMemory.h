@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/UserDefaults.h"
+#include "system/UserDefaults.h"
 
 namespace thermopix {
 

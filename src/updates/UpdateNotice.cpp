@@ -2,7 +2,7 @@
 
 #include <fmt/core.h>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 
 namespace thermopix {
 

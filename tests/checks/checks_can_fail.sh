@@ -10,17 +10,19 @@ failures=0
 good_tree() {
     local tree
     tree=$(mktemp -d "$trees/tree.XXXX")
-    mkdir -p "$tree"/src/{base,platform/linux,sensing,pixels,app,menubar,settings,diagnostics} "$tree"/tests/base
+    mkdir -p "$tree"/src/{base,system,sensing,pixels,shell,environment,menubar,app,platform/linux/tray,platform/qt/drawing} "$tree"/tests/base
     printf '#include <string>\n' >"$tree/src/base/Text.h"
     printf '#include "base/Text.h"\n' >"$tree/src/base/Word.h"
     printf '#include "base/Text.h"\n#include <utf8proc.h>\n' >"$tree/src/base/Text.cpp"
-    printf '#include "base/Text.h"\n' >"$tree/src/platform/Clock.h"
-    printf '#include "platform/Clock.h"\n#include <fmt/format.h>\n' >"$tree/src/sensing/Monitor.h"
+    printf '#include "base/Text.h"\n' >"$tree/src/system/Clock.h"
+    printf '#include "system/Clock.h"\n#include <fmt/format.h>\n' >"$tree/src/sensing/Monitor.h"
     printf '#include "sensing/Monitor.h"\n#include <png.h>\n' >"$tree/src/pixels/Image.cpp"
-    printf '#include "app/AppDelegate.h"\n#include "sensing/Monitor.h"\n' >"$tree/src/app/AppDelegate.cpp"
-    printf '#include "menubar/Menu.h"\n' >"$tree/src/app/AppDelegate.h"
-    printf '#include "base/Text.h"\n' >"$tree/src/menubar/Menu.h"
-    printf '#include <glib.h>\n#include <sys/stat.h>\n#include "menubar/Menu.h"\n' >"$tree/src/platform/linux/Tray.cpp"
+    printf '#include "base/Text.h"\n' >"$tree/src/shell/Menu.h"
+    printf '#include "sensing/Monitor.h"\n#include "shell/Menu.h"\n' >"$tree/src/menubar/MenuController.h"
+    printf '#include "menubar/MenuController.h"\n' >"$tree/src/app/AppDelegate.h"
+    printf '#include "app/AppDelegate.h"\n' >"$tree/src/app/AppDelegate.cpp"
+    printf '#include <glib.h>\n#include <sys/stat.h>\n#include "shell/Menu.h"\n' >"$tree/src/platform/linux/tray/Tray.cpp"
+    printf '#include "shell/Menu.h"\n' >"$tree/src/platform/qt/drawing/Painter.h"
     printf '#include "app/AppDelegate.h"\n' >"$tree/src/main.cpp"
     printf 'TEST\n' >"$tree/tests/base/Text_test.cpp"
     printf 'fuzz\n' >"$tree/tests/base/Text_fuzz.cpp"
@@ -68,9 +70,9 @@ done
 
 for header in glib.h gio/gio.h unistd.h sys/stat.h dlfcn.h QString QtCore/QObject AppKit/AppKit.h \
     objc/runtime.h ext/hash_map windows.h; do
-    refuses core_purity src/menubar/Menu.h "#include <$header>"
+    refuses core_purity src/shell/Menu.h "#include <$header>"
 done
-refuses core_purity src/platform/Clock.h '#include <time.h>'
+refuses core_purity src/system/Clock.h '#include <time.h>'
 refuses core_purity src/settings/Pane.mm.h '#import <Foundation/Foundation.h>'
 refuses core_purity src/attic/Box.h '#include <glib.h>'
 refuses core_purity src/sensing/Monitor.h '#include <png.h>'
@@ -86,22 +88,41 @@ refuses language_floor src/base/Text.cpp '#include <source_location>'
 refuses language_floor src/sensing/Monitor.h 'std::jthread worker;'
 refuses language_floor src/pixels/Image.cpp 'std::ranges::sort(cells);'
 refuses language_floor src/pixels/Image.cpp 'cells | std::views::reverse'
-refuses language_floor src/platform/Clock.h 'std::pmr::string text;'
+refuses language_floor src/system/Clock.h 'std::pmr::string text;'
 
-refuses include_directions src/base/Text.h '#include "platform/Clock.h"'
-refuses include_directions src/platform/Clock.h '#include "sensing/Monitor.h"'
+refuses include_directions src/base/Text.h '#include "system/Clock.h"'
+refuses include_directions src/system/Clock.h '#include "sensing/Monitor.h"'
 refuses include_directions src/sensing/Monitor.h '#include "app/AppDelegate.h"'
-refuses include_directions src/app/Log.h '#include "menubar/Menu.h"'
-refuses include_directions src/app/Log.h '#include "app/AppDelegate.h"'
-refuses include_directions src/menubar/Menu.h '#include "app/AppDelegate.h"'
-refuses include_directions src/settings/Pane.h '#include "menubar/Menu.h"'
-refuses include_directions src/platform/linux/Tray.cpp '#include "app/AppDelegate.h"'
-refuses include_directions src/menubar/Menu.h '#include "platform/linux/Tray.cpp"'
-refuses include_directions src/menubar/Menu.h '#include "Nowhere.h"'
+refuses include_directions src/environment/Log.h '#include "shell/Menu.h"'
+refuses include_directions src/shell/Menu.h '#include "menubar/MenuController.h"'
+refuses include_directions src/menubar/MenuController.h '#include "app/AppDelegate.h"'
+refuses include_directions src/settings/Pane.h '#include "menubar/MenuController.h"'
+refuses include_directions src/shell/Menu.h '#include "platform/linux/tray/Tray.cpp"'
+for adapter in linux/tray/Tray.cpp linux/application/Desktop.cpp qt/drawing/Painter.h macos/menubar/Item.mm; do
+    refuses include_directions "src/platform/$adapter" '#include "menubar/MenuController.h"'
+    refuses include_directions "src/platform/$adapter" '#include "app/AppDelegate.h"'
+done
+refuses include_directions src/platform/qt/drawing/Painter.h '#include "platform/linux/tray/Tray.cpp"'
+refuses include_directions src/platform/qt/drawing/Symbols.h '#include "platform/qt/views/Picker.h"'
+refuses include_directions src/platform/linux/glib/Loop.h '#include "platform/linux/tray/Tray.cpp"'
+refuses include_directions src/platform/linux/Loose.h '#include <string>'
+refuses include_directions src/shell/Menu.h '#include "Nowhere.h"'
 refuses include_directions src/attic/Box.h '#include <string>'
 refuses include_directions src/base/Text.h '#include "base/Text.h"'
 refuses include_directions src/base/Text.h '#include "base/Word.h"'
-refuses include_directions src/menubar/Menu.h '#include "../base/Text.h"'
+refuses include_directions src/shell/Menu.h '#include "../base/Text.h"'
+
+# A table with an arrow that runs back is refused whatever the sources include.
+for row in 'base system' 'shell menubar' 'platform/linux/bus platform/linux/tray'; do
+    sed "s|^${row% *} .*|$row|; s|^${row% *}\$|$row|" "$here/rooms.txt" >"$trees/rooms.txt"
+    if output=$("$here/include_directions.sh" "$(good_tree)" "$trees/rooms.txt" 2>&1); then
+        echo "include_directions accepts a room that includes one above its own: $row"
+        failures=$((failures + 1))
+    elif [[ $output != *"${row% *} may include ${row#* }, which no row before it describes"* ]]; then
+        echo "include_directions does not say what is wrong with the row $row: $output"
+        failures=$((failures + 1))
+    fi
+done
 
 refuses orphan_tests tests/base/Lonely_test.cpp TEST
 refuses orphan_tests tests/base/Lonely_fuzz.cpp fuzz

@@ -14,7 +14,7 @@ awk '
     # Standard headers are plain lower-case words; every toolkit and system header has a dot, a slash or a capital.
     function allowed(header, room) {
         if (header ~ /^[a-z_0-9]+$/ || header ~ /^fmt\/[a-z]+\.h$/) return 1
-        if (header ~ /^nlohmann\/json(_fwd)?\.hpp$/) return room ~ /^(app|diagnostics|messages|updates)$/
+        if (header ~ /^nlohmann\/json(_fwd)?\.hpp$/) return room ~ /^(environment|diagnostics|messages|updates)$/
         if (header == "png.h") return room == "pixels"
         if (header == "utf8proc.h") return room == "base"
         return 0

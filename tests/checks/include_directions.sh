@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# include_directions.sh ROOT: files of src/ include only files of rooms that rooms.txt allows theirs, by their path
-# from src/, and no two files include each other in a circle.
+# include_directions.sh ROOT [ROOMS]: files of src/ include only files of rooms that ROOMS (rooms.txt) allows theirs, by
+# their path from src/; a row names only rooms of the rows before it; no two files include each other in a circle.
 set -euo pipefail
-rooms=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/rooms.txt
+rooms=$(readlink -f "${2-$(dirname "${BASH_SOURCE[0]}")/rooms.txt}")
 cd "$1/src"
 
 mapfile -t files < <(find . -name '*.h' -o -name '*.cpp' -o -name '*.mm' | sed 's|^\./||' | sort)
@@ -12,15 +12,14 @@ trap 'rm -f "$edges" "$edges.order"' EXIT
 status=0
 
 awk -v edges="$edges" '
-    # The room of a file: its own row, else that of its innermost folder with a row; files of src/ itself are `main`.
+    # The room of a file: its innermost folder that has a row; files of src/ itself are `main`.
     # Empty when the table does not know its folder.
     function room(file,    part) {
         part = file
-        sub(/\.[a-z]+$/, "", part)
-        while (!(part in may)) {
-            if (!sub(/\/[^\/]*$/, "", part)) return file ~ /\// ? "" : "main"
+        while (sub(/\/[^\/]*$/, "", part)) {
+            if (part in may) return part
         }
-        return part
+        return file ~ /\// ? "" : "main"
     }
     function report(why) { printf "%s:%d: %s: %s\n", FILENAME, FNR, why, $0; found = 1 }
 
@@ -28,6 +27,9 @@ awk -v edges="$edges" '
     fileNumber == 1 {
         sub(/#.*/, "")
         if (NF) {
+            for (i = 2; i <= NF; i++) {
+                if (!($i in may)) report($1 " may include " $i ", which no row before it describes")
+            }
             may[$1] = " " $0 " "
             gsub(/[ \t]+/, " ", may[$1])
         }

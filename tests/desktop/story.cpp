@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/AppEnvironment.h"
+#include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
 #include "menubar/AboutPanel.h"
 #include "settings/Identifiers.h"

@@ -15,7 +15,7 @@
 #include "diagnostics/ReportPlatform.h"
 #include "diagnostics/SensorDump.h"
 #include "fakes/RecordingOutput.h"
-#include "platform/linux/LinuxSystemInformation.h"
+#include "platform/linux/machine/LinuxSystemInformation.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/Desktop.h"
 #include "fakes/RecordingStatusBar.h"
+#include "shell/Desktop.h"
 
 namespace thermopix {
 

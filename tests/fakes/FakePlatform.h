@@ -3,9 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "app/FakeLoginItem.h"
-#include "app/FakeUpdater.h"
-#include "app/Platform.h"
+#include "environment/FakeLoginItem.h"
+#include "environment/FakeUpdater.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/ManualMainLoop.h"
 #include "fakes/ManualSleepNotifications.h"
@@ -13,6 +12,7 @@
 #include "fakes/RecordingLog.h"
 #include "fakes/RecordingOutput.h"
 #include "fakes/ScriptedHIDLoader.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/MonotonicClock.h"
-#include "platform/SystemInformation.h"
-#include "platform/ThermalStateReader.h"
+#include "system/MonotonicClock.h"
+#include "system/SystemInformation.h"
+#include "system/ThermalStateReader.h"
 
 namespace thermopix {
 

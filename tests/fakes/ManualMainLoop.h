@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/MainLoop.h"
+#include "system/MainLoop.h"
 
 namespace thermopix {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/SleepNotifications.h"
+#include "system/SleepNotifications.h"
 
 namespace thermopix {
 

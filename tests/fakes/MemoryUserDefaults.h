@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/UserDefaults.h"
+#include "system/UserDefaults.h"
 
 namespace thermopix {
 

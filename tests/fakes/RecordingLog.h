@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/DiagnosticLog.h"
+#include "system/DiagnosticLog.h"
 
 namespace thermopix {
 

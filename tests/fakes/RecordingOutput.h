@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/StandardOutput.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix {
 

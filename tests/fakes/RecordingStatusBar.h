@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/Subscription.h"
-#include "menubar/StatusItem.h"
+#include "shell/StatusItem.h"
 
 namespace thermopix {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sensing/HIDSymbols.h"
+#include "system/HIDSymbols.h"
 
 namespace thermopix {
 

@@ -1,8 +1,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/Preferences.h"
 #include "base/Fatal.h"
+#include "environment/Preferences.h"
 
 using namespace thermopix;
 

@@ -39,7 +39,7 @@ COMPILED = [
     ("missing bridge cast", LAYER + "system/MacThermalState.mm", "return static_cast<int>(",
      "CFStringRef name = (CFStringRef)NSProcessInfo.processInfo.operatingSystemVersionString; (void)name; return static_cast<int>(",
      "requires a bridged cast"),
-    ("block of another type", LAYER + "menubar/AppKitCanvas.mm", "drawingHandler:^BOOL(NSRect) {",
+    ("block of another type", LAYER + "drawing/AppKitCanvas.mm", "drawingHandler:^BOOL(NSRect) {",
      "drawingHandler:^BOOL(NSSize) {", "cannot initialize a parameter of type 'BOOL (^"),
     ("result of another class", LAYER + "menubar/MacMenu.mm", "return [NSMenuItem separatorItem];",
      "return [NSMenu alloc];", "cannot initialize return object of type 'NSMenuItem"),

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "menubar/MenuText.h"
 
 namespace thermopix {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/Enumeration.h"
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "fakes/TemporaryFolder.h"
-#include "menubar/TrayPictures.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 #include "program/Program.h"
+#include "tray/TrayPictures.h"
 
 namespace thermopix {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

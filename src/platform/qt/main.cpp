@@ -15,7 +15,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "messages/WindowProtocol.h"
 #include "pixels/ApplicationIcon.h"
 #include "platform/qt/Appearance.h"

@@ -1,4 +1,4 @@
-#include "platform/macos/menubar/StatusImageDrawing.h"
+#include "platform/macos/drawing/StatusImageDrawing.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "app/AppEnvironment.h"
+#include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
 #include "platform/qt/views/ViewWalker.h"
 #include "settings/PreferencesView.h"

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/AppEnvironment.h"
+#include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
 #include "menubar/AboutPanel.h"
 #include "menubar/MainMenu.h"

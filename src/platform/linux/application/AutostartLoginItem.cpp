@@ -7,7 +7,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/linux/glib/GLibHandles.h"
 
 namespace thermopix {

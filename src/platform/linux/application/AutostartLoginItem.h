@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/LoginItemManaging.h"
+#include "system/LoginItemManaging.h"
 
 namespace thermopix {
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/SleepNotifications.h"
 #include "platform/linux/bus/BusConnection.h"
+#include "system/SleepNotifications.h"
 
 namespace thermopix {
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/linux/glib/GLibHandles.h"
 
 namespace thermopix {

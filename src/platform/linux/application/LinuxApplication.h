@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "base/Subscription.h"
-#include "menubar/Application.h"
-#include "platform/DiagnosticLog.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/glib/GLibMainLoop.h"
 #include "platform/linux/windows/ApplicationWindows.h"
+#include "shell/Application.h"
+#include "system/DiagnosticLog.h"
 
 namespace thermopix {
 

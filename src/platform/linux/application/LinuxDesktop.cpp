@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/CommandLine.h"
+#include "environment/CommandLine.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/glib/GLibSignals.h"
 #include "platform/linux/windows/WindowExecutable.h"

@@ -2,19 +2,19 @@
 
 #include <memory>
 
-#include "app/Desktop.h"
 #include "base/Published.h"
-#include "menubar/StatusPlace.h"
 #include "platform/linux/application/LinuxApplication.h"
 #include "platform/linux/application/LinuxPlatform.h"
 #include "platform/linux/terminal/TerminalStatusBar.h"
 #include "platform/linux/tray/TrayStatusBar.h"
 #include "platform/linux/windows/DesktopNotification.h"
-#include "platform/linux/windows/PlacedStatusBar.h"
 #include "platform/linux/windows/ProcessWindow.h"
 #include "platform/linux/windows/StatusMenuPopup.h"
 #include "platform/linux/windows/StripStatusBar.h"
 #include "platform/linux/windows/WindowProcess.h"
+#include "shell/Desktop.h"
+#include "tray/PlacedStatusBar.h"
+#include "tray/StatusPlace.h"
 
 namespace thermopix {
 

@@ -4,19 +4,19 @@
 #include <optional>
 #include <string>
 
-#include "app/Log.h"
-#include "app/Platform.h"
-#include "platform/linux/LinuxMonotonicClock.h"
-#include "platform/linux/LinuxSystemInformation.h"
+#include "environment/Log.h"
 #include "platform/linux/application/DBusSleepNotifications.h"
 #include "platform/linux/application/JournalLog.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/files/FileUserDefaultsDatabases.h"
 #include "platform/linux/files/StandardOutputStream.h"
 #include "platform/linux/glib/GLibMainLoop.h"
-#include "platform/linux/sensors/SysfsCapture.h"
+#include "platform/linux/machine/LinuxMonotonicClock.h"
+#include "platform/linux/machine/LinuxSystemInformation.h"
+#include "platform/linux/machine/SysfsCapture.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <system_error>
 
-#include "platform/DiagnosticLog.h"
-#include "platform/UserDefaults.h"
 #include "platform/linux/files/WriteAll.h"
+#include "system/DiagnosticLog.h"
+#include "system/UserDefaults.h"
 
 namespace thermopix {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/DiagnosticLog.h"
-#include "platform/UserDefaults.h"
+#include "system/DiagnosticLog.h"
+#include "system/UserDefaults.h"
 
 namespace thermopix {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/StandardOutput.h"
 #include "platform/linux/files/WriteAll.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/MainLoop.h"
 #include "platform/linux/glib/GLibHandles.h"
+#include "system/MainLoop.h"
 
 namespace thermopix {
 

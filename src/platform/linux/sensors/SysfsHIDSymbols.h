@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/linux/sensors/FileAccess.h"
-#include "sensing/HIDSymbols.h"
+#include "system/HIDSymbols.h"
 
 namespace thermopix {
 

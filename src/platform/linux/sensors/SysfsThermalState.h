@@ -6,9 +6,9 @@
 #include <limits>
 #include <vector>
 
-#include "platform/ThermalStateReader.h"
 #include "platform/linux/sensors/RuntimePower.h"
 #include "platform/linux/sensors/SysfsFile.h"
+#include "system/ThermalStateReader.h"
 
 namespace thermopix {
 

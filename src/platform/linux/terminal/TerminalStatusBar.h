@@ -3,9 +3,9 @@
 #include <functional>
 #include <memory>
 
-#include "app/AppEnvironment.h"
-#include "menubar/StatusItem.h"
 #include "platform/linux/terminal/TerminalOutput.h"
+#include "shell/StatusItem.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

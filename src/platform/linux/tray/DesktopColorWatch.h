@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "base/Published.h"
-#include "menubar/TrayInk.h"
 #include "platform/linux/glib/GLibHandles.h"
+#include "tray/TrayInk.h"
 
 namespace thermopix {
 

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "menubar/TrayChoices.h"
-#include "platform/DiagnosticLog.h"
+#include "system/DiagnosticLog.h"
+#include "tray/TrayChoices.h"
 
 namespace thermopix {
 

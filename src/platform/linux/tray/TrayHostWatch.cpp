@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "menubar/TrayHost.h"
 #include "platform/linux/bus/BusCall.h"
 #include "platform/linux/bus/BusNotice.h"
+#include "tray/TrayHost.h"
 
 namespace thermopix {
 namespace {

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "menubar/Menu.h"
 #include "platform/linux/glib/GLibHandles.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

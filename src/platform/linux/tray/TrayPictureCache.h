@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <list>
 
-#include "menubar/TrayPictures.h"
 #include "platform/linux/glib/GLibHandles.h"
+#include "tray/TrayPictures.h"
 
 namespace thermopix {
 

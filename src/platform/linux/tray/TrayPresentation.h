@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "menubar/TrayHost.h"
-#include "menubar/TrayInk.h"
+#include "tray/TrayHost.h"
+#include "tray/TrayInk.h"
 
 namespace thermopix {
 

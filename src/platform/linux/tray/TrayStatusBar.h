@@ -5,13 +5,13 @@
 #include <optional>
 
 #include "base/Published.h"
-#include "menubar/StatusItem.h"
-#include "menubar/TrayChoices.h"
-#include "platform/DiagnosticLog.h"
 #include "platform/linux/tray/DesktopColorWatch.h"
 #include "platform/linux/tray/TrayHostWatch.h"
 #include "platform/linux/tray/TrayOptions.h"
 #include "platform/linux/tray/TrayPresentation.h"
+#include "shell/StatusItem.h"
+#include "system/DiagnosticLog.h"
+#include "tray/TrayChoices.h"
 
 namespace thermopix {
 

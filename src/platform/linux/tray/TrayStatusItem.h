@@ -7,14 +7,14 @@
 #include <string_view>
 
 #include "base/Published.h"
-#include "menubar/StatusItem.h"
-#include "platform/DiagnosticLog.h"
 #include "platform/linux/bus/BusNotice.h"
 #include "platform/linux/glib/GLibHandles.h"
 #include "platform/linux/tray/TrayMenuExport.h"
 #include "platform/linux/tray/TrayOptions.h"
 #include "platform/linux/tray/TrayPictureCache.h"
 #include "platform/linux/tray/TrayPresentation.h"
+#include "shell/StatusItem.h"
+#include "system/DiagnosticLog.h"
 
 namespace thermopix {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/linux/bus/BusCall.h"
 #include "platform/linux/bus/BusNotice.h"
 #include "updates/PageAddress.h"

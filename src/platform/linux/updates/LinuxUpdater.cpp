@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/updates/PageOpener.h"
 

@@ -4,14 +4,14 @@
 
 #include <memory>
 
-#include "app/UpdaterManaging.h"
-#include "platform/DiagnosticLog.h"
-#include "platform/MainLoop.h"
-#include "platform/SystemInformation.h"
-#include "platform/UserDefaults.h"
 #include "platform/linux/updates/DesktopNotices.h"
 #include "platform/linux/updates/UpdateCheckProcess.h"
 #include "platform/linux/updates/UpdateSource.h"
+#include "system/DiagnosticLog.h"
+#include "system/MainLoop.h"
+#include "system/SystemInformation.h"
+#include "system/UpdaterManaging.h"
+#include "system/UserDefaults.h"
 #include "updates/UpdateController.h"
 
 namespace thermopix {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/DiagnosticLog.h"
+#include "system/DiagnosticLog.h"
 
 namespace thermopix {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/MainLoop.h"
+#include "system/MainLoop.h"
 #include "updates/UpdateChecking.h"
 
 namespace thermopix {

@@ -5,8 +5,8 @@
 #include <set>
 #include <string>
 
-#include "menubar/Application.h"
 #include "platform/linux/windows/WindowProcess.h"
+#include "shell/Application.h"
 
 namespace thermopix {
 

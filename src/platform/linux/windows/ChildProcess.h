@@ -9,7 +9,7 @@
 #include <system_error>
 #include <vector>
 
-#include "app/Platform.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

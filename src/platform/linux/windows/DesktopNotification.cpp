@@ -1,6 +1,6 @@
 #include "platform/linux/windows/DesktopNotification.h"
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/linux/bus/BusCall.h"
 
 namespace thermopix {

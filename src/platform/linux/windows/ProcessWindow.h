@@ -5,7 +5,7 @@
 
 #include "base/Observers.h"
 #include "platform/linux/windows/WindowProcess.h"
-#include "settings/Window.h"
+#include "shell/Window.h"
 
 namespace thermopix {
 

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "menubar/Menu.h"
 #include "platform/linux/windows/WindowProcess.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

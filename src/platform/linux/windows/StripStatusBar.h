@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
-#include "menubar/StatusItem.h"
-#include "platform/MainLoop.h"
-#include "platform/UserDefaults.h"
 #include "platform/linux/windows/WindowProcess.h"
+#include "shell/StatusItem.h"
+#include "system/MainLoop.h"
+#include "system/UserDefaults.h"
 
 namespace thermopix {
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "app/Platform.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

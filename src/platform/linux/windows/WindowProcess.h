@@ -7,14 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "app/Platform.h"
 #include "base/Observers.h"
 #include "messages/WindowEvent.h"
 #include "messages/WindowRequest.h"
-#include "platform/DiagnosticLog.h"
-#include "platform/MainLoop.h"
 #include "platform/linux/windows/ChildProcess.h"
 #include "platform/linux/windows/MessageChannel.h"
+#include "system/DiagnosticLog.h"
+#include "system/MainLoop.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

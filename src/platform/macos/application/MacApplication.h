@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "menubar/Application.h"
 #include "platform/macos/menubar/MacMenu.h"
+#include "shell/Application.h"
 
 @class ThermopixApplicationDelegate;
 

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/menubar/AttributedText.h"
+#include "platform/macos/drawing/AttributedText.h"
 #include "platform/macos/system/Text.h"
 
 /// Hands what AppKit tells the application to the program.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/Desktop.h"
 #include "platform/macos/application/MacApplication.h"
 #include "platform/macos/menubar/MacStatusBar.h"
 #include "platform/macos/settings/MacWindowSystem.h"
+#include "shell/Desktop.h"
 
 namespace thermopix {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LoginItemManaging.h"
+#include "system/LoginItemManaging.h"
 
 namespace thermopix {
 

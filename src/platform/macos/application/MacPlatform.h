@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/Log.h"
-#include "app/Platform.h"
+#include "environment/Log.h"
 #include "platform/macos/sensors/IOKitHIDSymbols.h"
 #include "platform/macos/system/MacMainLoop.h"
 #include "platform/macos/system/MacMonotonicClock.h"
@@ -11,6 +10,7 @@
 #include "platform/macos/system/MacSystemLog.h"
 #include "platform/macos/system/MacThermalState.h"
 #include "platform/macos/system/MacUserDefaults.h"
+#include "system/Platform.h"
 
 namespace thermopix {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "app/UpdaterManaging.h"
-#include "platform/DiagnosticLog.h"
+#include "system/DiagnosticLog.h"
+#include "system/UpdaterManaging.h"
 
 namespace thermopix {
 

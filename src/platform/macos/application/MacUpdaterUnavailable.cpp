@@ -1,5 +1,5 @@
-#include "app/UnavailableUpdater.h"
 #include "platform/macos/application/MacUpdater.h"
+#include "system/UnavailableUpdater.h"
 
 namespace thermopix {
 

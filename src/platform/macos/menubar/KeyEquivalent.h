@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

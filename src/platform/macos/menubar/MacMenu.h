@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 @class ThermopixMenuTarget;
 

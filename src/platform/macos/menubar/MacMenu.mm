@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/macos/menubar/AttributedText.h"
+#include "platform/macos/drawing/AttributedText.h"
 #include "platform/macos/menubar/KeyEquivalent.h"
 #include "platform/macos/menubar/StandardActions.h"
 #include "platform/macos/system/Text.h"

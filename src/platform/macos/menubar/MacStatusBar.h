@@ -1,6 +1,6 @@
 #pragma once
 
-#include "menubar/StatusItem.h"
+#include "shell/StatusItem.h"
 
 namespace thermopix {
 

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "base/Subscription.h"
-#include "menubar/StatusItem.h"
 #include "platform/macos/menubar/MacMenu.h"
+#include "shell/StatusItem.h"
 
 namespace thermopix {
 

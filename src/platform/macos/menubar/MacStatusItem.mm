@@ -1,6 +1,6 @@
 #include "platform/macos/menubar/MacStatusItem.h"
 
-#include "platform/macos/menubar/AppKitCanvas.h"
+#include "platform/macos/drawing/AppKitCanvas.h"
 #include "platform/macos/system/Text.h"
 
 namespace thermopix {

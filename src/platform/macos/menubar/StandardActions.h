@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

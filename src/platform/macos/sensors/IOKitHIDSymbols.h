@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sensing/HIDSymbols.h"
+#include "system/HIDSymbols.h"
 
 namespace thermopix {
 

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 NS_ASSUME_NONNULL_BEGIN
 

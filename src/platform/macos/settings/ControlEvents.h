@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

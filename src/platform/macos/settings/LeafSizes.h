@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "base/FunctionView.h"
-#include "settings/ViewLayout.h"
+#include "shell/ViewLayout.h"
 
 namespace thermopix {
 

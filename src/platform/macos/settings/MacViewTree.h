@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/macos/settings/LeafSizes.h"
-#include "settings/ViewLayout.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewLayout.h"
+#include "shell/ViewNode.h"
 
 @class ThermopixBackgroundView;
 @class ThermopixContainerView;

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "platform/MainLoop.h"
 #include "platform/macos/settings/HandlerList.h"
 #include "platform/macos/settings/MacViewTree.h"
-#include "settings/Window.h"
+#include "shell/Window.h"
+#include "system/MainLoop.h"
 
 @class ThermopixWindowDelegate;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/MainLoop.h"
-#include "settings/Window.h"
+#include "shell/Window.h"
+#include "system/MainLoop.h"
 
 namespace thermopix {
 

@@ -3,8 +3,8 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/macos/settings/ControlEvents.h"
-#include "settings/ViewLayout.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewLayout.h"
+#include "shell/ViewNode.h"
 
 NS_ASSUME_NONNULL_BEGIN
 

@@ -1,6 +1,6 @@
 #include "platform/macos/settings/NodeControl.h"
 
-#include "platform/macos/menubar/AttributedText.h"
+#include "platform/macos/drawing/AttributedText.h"
 #include "platform/macos/settings/NodeViews.h"
 #include "platform/macos/settings/Palette.h"
 #include "platform/macos/system/Text.h"

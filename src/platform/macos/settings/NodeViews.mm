@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/macos/menubar/AppKitCanvas.h"
+#include "platform/macos/drawing/AppKitCanvas.h"
 
 @implementation ThermopixContainerView
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/ViewLayout.h"
+#include "shell/ViewLayout.h"
 
 namespace thermopix {
 

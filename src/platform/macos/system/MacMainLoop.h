@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MainLoop.h"
+#include "system/MainLoop.h"
 
 namespace thermopix {
 

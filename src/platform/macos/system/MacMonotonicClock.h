@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MonotonicClock.h"
+#include "system/MonotonicClock.h"
 
 namespace thermopix {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SleepNotifications.h"
+#include "system/SleepNotifications.h"
 
 namespace thermopix {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/StandardOutput.h"
+#include "system/StandardOutput.h"
 
 namespace thermopix {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemInformation.h"
+#include "system/SystemInformation.h"
 
 namespace thermopix {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 
 namespace thermopix {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ThermalStateReader.h"
+#include "system/ThermalStateReader.h"
 
 namespace thermopix {
 

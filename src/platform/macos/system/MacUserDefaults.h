@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UserDefaults.h"
+#include "system/UserDefaults.h"
 
 namespace thermopix {
 

@@ -5,7 +5,7 @@
 #include <QRectF>
 #include <string_view>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 /// What push buttons, pickers and switches have in common.
 namespace thermopix::ControlPainter {

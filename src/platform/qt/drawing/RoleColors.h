@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QPalette>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 /// What the colours of views are on a palette, light or dark.
 namespace thermopix::RoleColors {

@@ -6,8 +6,8 @@
 #include <QRectF>
 #include <string_view>
 
-#include "settings/ViewLayout.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewLayout.h"
+#include "shell/ViewNode.h"
 
 /// Text in the system font at the sizes of the views: measured and drawn by the same rules.
 namespace thermopix::TextLines {

@@ -7,8 +7,6 @@
 #include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/Symbols.h"
 #include "platform/qt/drawing/TextLines.h"
-#include "platform/qt/views/LeafSizes.h"
-#include "settings/ViewLayout.h"
 
 namespace thermopix::ViewPainter {
 
@@ -107,8 +105,9 @@ void drawBackground(QPainter& painter, const ViewNode& node, QSizeF size, const 
     drawGround(painter, node.background, {{0, 0}, size}, palette, pointer);
 }
 
-void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer) {
-    const PlacedNode placed = layOut(node, {size.width(), size.height()}, LeafSizes::measure);
+void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer,
+          MeasureLeaf measure) {
+    const PlacedNode placed = layOut(node, {size.width(), size.height()}, measure);
     drawBackground(painter, node, size, palette, pointer);
     drawOwn(painter, placed, palette);
     for (const auto& child : placed.children) {

@@ -4,7 +4,8 @@
 #include <QPalette>
 #include <QSizeF>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewLayout.h"
+#include "shell/ViewNode.h"
 
 /// Draws views that take no part in the conversation: texts, symbols, pictures and their grounds.
 namespace thermopix::ViewPainter {
@@ -14,8 +15,10 @@ enum class Pointer { away, over, pressing };
 /// The node's ground, at the origin.
 void drawBackground(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer);
 
-/// The node with its ground and all that is in it, at the origin. Controls inside it are not drawn.
-void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer);
+/// The node with its ground and all that is in it, at the origin; `measure` sizes its leaves. Controls inside it are
+/// not drawn.
+void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer,
+          MeasureLeaf measure);
 
 /// The ring around what has the keyboard, just inside the rectangle.
 void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QColor& color);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/ViewLayout.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewLayout.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix::LeafSizes {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/qt/drawing/ViewPainter.h"
+#include "platform/qt/views/LeafSizes.h"
 
 namespace thermopix {
 
@@ -59,7 +60,7 @@ void PaintedView::paintEvent(QPaintEvent* /*event*/) {
     if (node_.kind == ViewKind::stack && !node_.accessibility.hidesChildren) {
         ViewPainter::drawBackground(painter, node_, size(), palette(), pointer);
     } else {
-        ViewPainter::draw(painter, node_, size(), palette(), pointer);
+        ViewPainter::draw(painter, node_, size(), palette(), pointer, LeafSizes::measure);
     }
 }
 

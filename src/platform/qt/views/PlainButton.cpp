@@ -6,6 +6,7 @@
 #include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/ViewPainter.h"
 #include "platform/qt/views/KeyboardFocus.h"
+#include "platform/qt/views/LeafSizes.h"
 
 namespace thermopix {
 
@@ -67,7 +68,8 @@ void PlainButton::paintEvent(QPaintEvent* /*event*/) {
     using ViewPainter::Pointer;
     QPainter painter(this);
     ViewPainter::draw(painter, node_, size(), palette(),
-                      isDown() ? Pointer::pressing : (underMouse() ? Pointer::over : Pointer::away));
+                      isDown() ? Pointer::pressing : (underMouse() ? Pointer::over : Pointer::away),
+                      LeafSizes::measure);
     if (hasFocus() && showsFocus_) {
         const auto role = isFilledWithAccent(node_) ? ColorRole::onAccent : ColorRole::accent;
         ViewPainter::drawFocusRing(painter, rect(), node_.background.cornerRadius,

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "platform/qt/views/ViewControl.h"
-#include "settings/ViewLayout.h"
+#include "shell/ViewLayout.h"
 
 namespace thermopix {
 

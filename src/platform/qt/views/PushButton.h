@@ -3,7 +3,7 @@
 #include <QPushButton>
 
 #include "platform/qt/views/ViewControl.h"
-#include "settings/ViewLayout.h"
+#include "shell/ViewLayout.h"
 
 namespace thermopix {
 

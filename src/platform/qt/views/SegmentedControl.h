@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/qt/views/ViewControl.h"
-#include "settings/ViewLayout.h"
+#include "shell/ViewLayout.h"
 
 namespace thermopix {
 

@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-#include "settings/ViewNode.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

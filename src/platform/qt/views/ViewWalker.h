@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "platform/qt/views/ViewControl.h"
-#include "settings/ViewLayout.h"
-#include "settings/ViewNode.h"
+#include "shell/ViewLayout.h"
+#include "shell/ViewNode.h"
 
 namespace thermopix {
 

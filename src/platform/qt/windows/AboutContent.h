@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "menubar/AboutPanel.h"
+#include "shell/AboutPanelContent.h"
 
 namespace thermopix {
 

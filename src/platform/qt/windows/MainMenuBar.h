@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "menubar/Menu.h"
 #include "platform/qt/windows/MenuView.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

@@ -6,10 +6,10 @@
 #include <memory>
 #include <optional>
 
-#include "menubar/Menu.h"
 #include "pixels/StatusImage.h"
 #include "platform/qt/views/ViewControl.h"
 #include "platform/qt/windows/PopupMenu.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

@@ -5,7 +5,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/qt/drawing/Strings.h"
 
 namespace thermopix {

@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
-#include "menubar/Menu.h"
 #include "platform/qt/views/ViewControl.h"
 #include "platform/qt/windows/MainMenuBar.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

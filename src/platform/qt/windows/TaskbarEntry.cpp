@@ -3,7 +3,7 @@
 #include <QCloseEvent>
 #include <QTimer>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 #include "platform/qt/drawing/Strings.h"
 
 namespace thermopix {

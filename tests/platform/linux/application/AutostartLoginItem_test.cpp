@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "app/AppInfo.h"
+#include "environment/AppInfo.h"
 
 namespace thermopix {
 namespace {

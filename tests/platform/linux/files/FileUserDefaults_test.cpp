@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "app/PreferencesStore.h"
+#include "environment/PreferencesStore.h"
 #include "fakes/RecordingLog.h"
 #include "fakes/TemporaryFolder.h"
 #include "platform/linux/files/Descriptor.h"

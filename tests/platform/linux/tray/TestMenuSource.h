@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/Published.h"
-#include "menubar/Menu.h"
+#include "shell/Menu.h"
 
 namespace thermopix {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "menubar/TrayPictures.h"
 #include "platform/linux/tray/TestBus.h"
+#include "tray/TrayPictures.h"
 
 namespace thermopix {
 

@@ -1,0 +1,84 @@
+#include "environment/AppEnvironment.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+
+#include "environment/CommandLine.h"
+#include "environment/FakeLoginItem.h"
+#include "environment/FakeUpdater.h"
+#include "sensing/FakeTemperatureSensor.h"
+#include "sensing/HIDTemperatureSensor.h"
+
+namespace thermopix {
+
+namespace {
+
+bool contains(Arguments arguments, std::string_view flag) {
+    return std::find(arguments.begin(), arguments.end(), flag) != arguments.end();
+}
+
+std::unique_ptr<PreferencesStore> makeStore(Arguments arguments, UserDefaultsDatabases& databases) {
+    if (const auto name = AppEnvironment::value(Options::defaultsSuite, arguments)) {
+        return PreferencesStore::suite(databases, *name);
+    }
+    return std::make_unique<PreferencesStore>(databases.standard());
+}
+
+}  // namespace
+
+AppEnvironment::AppEnvironment(Arguments arguments, const EnvironmentVariables& variables, Platform& platform)
+    : platform_(platform),
+      isUITest_(contains(arguments, Options::fakeSensor) || contains(arguments, Options::showPreferences)),
+      shouldShowPreferencesOnLaunch_(contains(arguments, Options::showPreferences)),
+      store_(makeStore(arguments, platform.userDefaults())) {
+    const bool isFake = contains(arguments, Options::fakeSensor);
+    if (isFake) {
+        sensor_ = std::make_unique<FakeTemperatureSensor>(FakeTemperatureSensor::appleSiliconFixture(), true);
+        loginItem_ = std::make_unique<FakeLoginItem>(false);
+        pressureReader_ = [] { return ThermalPressure::nominal; };
+    } else {
+        sensor_ = std::make_unique<HIDTemperatureSensor>(platform.hidSymbols(), platform.log());
+        loginItem_ = platform.makeLoginItem();
+        pressureReader_ = [&platform] { return thermalPressure(platform.thermalState().thermalState()); };
+    }
+    monitor_ = std::make_unique<TemperatureMonitor>(*sensor_, pressureReader_, platform.log());
+    scheduler_ = std::make_unique<RefreshScheduler>(platform.mainLoop(), platform.sleepNotifications());
+    if (isFake || isRunningUnitTests(variables, platform)) {
+        updater_ = std::make_unique<FakeUpdater>();
+    } else {
+        updater_ = platform.makeUpdater();
+    }
+    updater_->setAutomaticallyChecksForUpdates(preferences().checkForUpdatesAutomatically);
+}
+
+std::optional<std::string> AppEnvironment::value(std::string_view flag, Arguments arguments) {
+    const auto found = std::find(arguments.begin(), arguments.end(), flag);
+    if (found == arguments.end() || std::next(found) == arguments.end()) {
+        return std::nullopt;
+    }
+    return *std::next(found);
+}
+
+bool AppEnvironment::isRunningUnitTests(const EnvironmentVariables& variables, const Platform& platform) {
+    return variables.contains("XCTestConfigurationFilePath") || platform.isInsideUnitTestHost();
+}
+
+Display AppEnvironment::currentDisplay() {
+    return monitor_->poll(preferences().source, preferences().unit);
+}
+
+void AppEnvironment::refreshLoginItemState() {
+    store_->set(&Preferences::openAtLogin, loginItem_->isEnabled());
+}
+
+bool AppEnvironment::setOpenAtLogin(bool enabled) {
+    const auto error = loginItem_->setEnabled(enabled);
+    if (error) {
+        platform_.log().diag("login", fmt::format("setOpenAtLogin({}) failed: {}", enabled, error->description));
+    }
+    refreshLoginItemState();
+    return !error;
+}
+
+}  // namespace thermopix

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "environment/PreferencesStore.h"
+#include "sensing/Display.h"
+#include "sensing/RefreshScheduler.h"
+#include "sensing/TemperatureMonitor.h"
+#include "sensing/TemperatureSensing.h"
+#include "system/LoginItemManaging.h"
+#include "system/Platform.h"
+#include "system/UpdaterManaging.h"
+
+namespace thermopix {
+
+/// The parts that every controller shares, built once and never replaced. Main thread.
+class AppEnvironment {
+public:
+    /// `platform` outlives the environment.
+    AppEnvironment(Arguments arguments, const EnvironmentVariables& variables, Platform& platform);
+    AppEnvironment(const AppEnvironment&) = delete;
+    AppEnvironment& operator=(const AppEnvironment&) = delete;
+
+    /// The argument after the first one that equals `flag`, whatever it is.
+    [[nodiscard]] static std::optional<std::string> value(std::string_view flag, Arguments arguments);
+
+    [[nodiscard]] static bool isRunningUnitTests(const EnvironmentVariables& variables, const Platform& platform);
+
+    [[nodiscard]] PreferencesStore& store() { return *store_; }
+    [[nodiscard]] const Preferences& preferences() const { return store_->preferences(); }
+    [[nodiscard]] TemperatureSensing& sensor() { return *sensor_; }
+    [[nodiscard]] TemperatureMonitor& monitor() { return *monitor_; }
+    [[nodiscard]] RefreshScheduler& scheduler() { return *scheduler_; }
+    [[nodiscard]] LoginItemManaging& loginItem() { return *loginItem_; }
+    [[nodiscard]] UpdaterManaging& updater() { return *updater_; }
+    [[nodiscard]] MainLoop& mainLoop() { return platform_.mainLoop(); }
+    [[nodiscard]] Platform& platform() { return platform_; }
+    [[nodiscard]] bool isUITest() const { return isUITest_; }
+    [[nodiscard]] bool shouldShowPreferencesOnLaunch() const { return shouldShowPreferencesOnLaunch_; }
+
+    /// A fresh reading for the current settings.
+    [[nodiscard]] Display currentDisplay();
+
+    /// The system's thermal pressure now.
+    [[nodiscard]] ThermalPressure currentPressure() { return pressureReader_(); }
+
+    /// Copies what the system says about open-at-login into the settings.
+    void refreshLoginItemState();
+
+    /// False when the system refused; afterwards the setting says what the system says.
+    bool setOpenAtLogin(bool enabled);
+
+private:
+    Platform& platform_;
+    bool isUITest_;
+    bool shouldShowPreferencesOnLaunch_;
+    std::unique_ptr<PreferencesStore> store_;
+    std::unique_ptr<TemperatureSensing> sensor_;
+    TemperatureMonitor::PressureReader pressureReader_;
+    std::unique_ptr<TemperatureMonitor> monitor_;
+    std::unique_ptr<RefreshScheduler> scheduler_;
+    std::unique_ptr<LoginItemManaging> loginItem_;
+    std::unique_ptr<UpdaterManaging> updater_;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+
+#include "system/LoginItemManaging.h"
+
+namespace thermopix {
+
+/// A simulated registration, for automated interface tests.
+class FakeLoginItem final : public LoginItemManaging {
+public:
+    explicit FakeLoginItem(bool isEnabled) : enabled(isEnabled) {}
+
+    [[nodiscard]] bool isEnabled() const override { return enabled; }
+    [[nodiscard]] std::optional<ServiceError> setEnabled(bool value) override;
+
+    bool enabled;
+    /// Makes the next write, and only that, fail for want of permission.
+    bool failNextWrite = false;
+};
+
+}  // namespace thermopix

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "system/DiagnosticLog.h"
+#include "system/HIDSymbols.h"
+#include "system/LoginItemManaging.h"
+#include "system/MainLoop.h"
+#include "system/MonotonicClock.h"
+#include "system/SensorCapture.h"
+#include "system/SleepNotifications.h"
+#include "system/StandardOutput.h"
+#include "system/SystemInformation.h"
+#include "system/ThermalStateReader.h"
+#include "system/UpdaterManaging.h"
+#include "system/UserDefaults.h"
+
+namespace thermopix {
+
+/// The process's arguments, its own path first.
+using Arguments = std::span<const std::string>;
+using EnvironmentVariables = std::map<std::string, std::string, std::less<>>;
+
+/// The services of one system, owned by it for the life of the process. What costs something to open is made when
+/// first asked for.
+class Platform {
+public:
+    virtual ~Platform() = default;
+
+    [[nodiscard]] virtual DiagnosticLog& log() = 0;
+    [[nodiscard]] virtual StandardOutput& standardOutput() = 0;
+    [[nodiscard]] virtual StandardOutput& standardError() = 0;
+    [[nodiscard]] virtual MainLoop& mainLoop() = 0;
+    [[nodiscard]] virtual MonotonicClock& clock() = 0;
+    [[nodiscard]] virtual SleepNotifications& sleepNotifications() = 0;
+    [[nodiscard]] virtual UserDefaultsDatabases& userDefaults() = 0;
+    [[nodiscard]] virtual SystemInformation& systemInformation() = 0;
+    [[nodiscard]] virtual ThermalStateReader& thermalState() = 0;
+    [[nodiscard]] virtual HIDSymbolLoader& hidSymbols() = 0;
+
+    /// Null where the system's sensors cannot be captured.
+    [[nodiscard]] virtual SensorCapture* sensorCapture() { return nullptr; }
+
+    [[nodiscard]] virtual std::unique_ptr<LoginItemManaging> makeLoginItem() = 0;
+    [[nodiscard]] virtual std::unique_ptr<UpdaterManaging> makeUpdater() = 0;
+
+    /// Whether the process was loaded into a unit-test host, by other signs than its environment variables.
+    [[nodiscard]] virtual bool isInsideUnitTestHost() const = 0;
+};
+
+/// Each platform defines this once.
+[[nodiscard]] std::unique_ptr<Platform> makePlatform(const EnvironmentVariables& variables);
+
+}  // namespace thermopix

@@ -1,0 +1,31 @@
+#include "environment/AppInfo.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeSystem.h"
+
+namespace thermopix {
+namespace {
+
+TEST(AppInfo, TakesVersionAndBuildFromTheBundle) {
+    const FakeSystemInformation system;
+    EXPECT_EQ(AppInfo::name, "Thermopix");
+    EXPECT_EQ(AppInfo::shortVersion(system), "1.2");
+    EXPECT_EQ(AppInfo::build(system), "34");
+}
+
+TEST(AppInfo, IsAnEmDashWhereTheBundleSaysNothing) {
+    FakeSystemInformation system;
+    system.bundle.clear();
+    EXPECT_EQ(AppInfo::shortVersion(system), "\u2014");
+    EXPECT_EQ(AppInfo::build(system), "\u2014");
+}
+
+TEST(AppInfo, KeepsAnEmptyTextEmpty) {
+    FakeSystemInformation system;
+    system.bundle["CFBundleVersion"] = "";
+    EXPECT_EQ(AppInfo::build(system), "");
+}
+
+}  // namespace
+}  // namespace thermopix
