@@ -11,6 +11,7 @@
 #include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/RecordingStatusBar.h"
+#include "fakes/TestFiles.h"
 #include "menubar/StatusItemController.h"
 #include "pixels/Rgba.h"
 #include "pixels/StatusImageRenderer.h"
@@ -20,7 +21,7 @@
 namespace thermopix {
 namespace {
 
-const std::filesystem::path machine = std::filesystem::path(THERMOPIX_TEST_ROOT) / "fixtures/sysfs/intel-laptop";
+const std::filesystem::path machine = testFile("fixtures/sysfs/intel-laptop");
 
 /// Real sensors and thermal state of a modelled machine; the rest are fakes.
 class ModelledPlatform final : public Platform {

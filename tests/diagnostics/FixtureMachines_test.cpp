@@ -15,6 +15,7 @@
 #include "diagnostics/ReportPlatform.h"
 #include "diagnostics/SensorDump.h"
 #include "fakes/RecordingOutput.h"
+#include "fakes/TestFiles.h"
 #include "platform/linux/machine/LinuxSystemInformation.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
@@ -22,7 +23,7 @@
 namespace thermopix {
 namespace {
 
-const std::filesystem::path machinesRoot = std::filesystem::path(THERMOPIX_TEST_ROOT) / "fixtures" / "sysfs";
+const std::filesystem::path machinesRoot = testFile("fixtures/sysfs");
 
 std::vector<std::string> machineNames() {
     std::vector<std::string> names;

@@ -8,13 +8,14 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include "fakes/TestFiles.h"
 
 namespace thermopix {
 
 /// Expects a text to equal the file of this name in the folder of golden texts. With THERMOPIX_UPDATE_GOLDEN=1 in the
 /// environment the file is rewritten instead; read the difference before you commit it.
 inline void expectGolden(const std::string& name, const std::string& text) {
-    const auto path = std::filesystem::path(THERMOPIX_TEST_ROOT) / "diagnostics" / "golden" / name;
+    const auto path = testFile("diagnostics/golden") / name;
     const char* update = std::getenv("THERMOPIX_UPDATE_GOLDEN");
     if (update != nullptr && std::string_view(update) == "1") {
         std::ofstream file(path, std::ios::binary | std::ios::trunc);

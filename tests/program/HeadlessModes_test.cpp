@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/TestFiles.h"
 #include "program/Program.h"
 
 namespace thermopix {
@@ -14,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string machineTree(const std::string& machine) {
-    return std::string(THERMOPIX_TEST_ROOT) + "/fixtures/sysfs/" + machine;
+    return testFile("fixtures/sysfs") / machine;
 }
 
 class HeadlessModesTest : public testing::Test {

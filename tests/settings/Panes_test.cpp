@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fakes/FakePlatform.h"
+#include "fakes/TestFiles.h"
 #include "settings/PetRow.h"
 #include "settings/SettingsSidebar.h"
 #include "settings/StatusBarPreview.h"
@@ -22,7 +23,7 @@ constexpr Display comfy{
 
 // The pane as it was approved; THERMOPIX_UPDATE_GOLDEN=1 approves what it is now.
 void expectGolden(const std::string& name, const ViewNode& node) {
-    const std::string path = std::string(THERMOPIX_TEST_ROOT) + "/settings/golden/" + name + ".txt";
+    const std::string path = testFile("settings/golden") / (name + ".txt");
     const std::string actual = outline(node);
     if (std::getenv("THERMOPIX_UPDATE_GOLDEN") != nullptr) {
         std::ofstream(path) << actual;

@@ -13,13 +13,14 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/TestFiles.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 
 namespace thermopix {
 
 /// A modelled machine among the fixtures.
 inline std::filesystem::path machine(std::string_view name) {
-    return std::filesystem::path(THERMOPIX_TEST_ROOT) / "fixtures" / "sysfs" / name;
+    return testFile("fixtures/sysfs") / name;
 }
 
 inline const std::vector<std::string> modelledMachines = {"amd-desktop",    "arm-board",    "broken-machine",

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <vector>
+#include "fakes/TestFiles.h"
 
 namespace thermopix {
 
@@ -64,7 +65,7 @@ MisbehavingServer::MisbehavingServer() {
     constexpr auto pipes =
         static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE);
     process_.reset(g_subprocess_new(
-        pipes, error.out(), "python3", THERMOPIX_TEST_ROOT "/platform/linux/updates/misbehaving_server.py",
+        pipes, error.out(), "python3", testFile("platform/linux/updates/misbehaving_server.py").c_str(),
         (folder_ / "good.pem").c_str(), (folder_ / "good.key").c_str(), (folder_ / "other.pem").c_str(),
         (folder_ / "other.key").c_str(), (folder_ / "expired.pem").c_str(), (folder_ / "good.key").c_str(), nullptr));
     if (!process_) {
