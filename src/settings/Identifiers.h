@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-/// The names of the Settings controls, for assistive technology, events and interface tests. Those that end in a dot
-/// are followed by a raw value.
+/// The names of the Settings controls but the switches, for assistive technology, events and interface tests. Those
+/// that end in a dot are followed by a raw value.
 namespace thermopix::Identifiers {
 
 inline constexpr std::string_view window = "prefs.window";
@@ -13,13 +13,8 @@ inline constexpr std::string_view pet = "prefs.pet.";
 inline constexpr std::string_view style = "prefs.style.";
 inline constexpr std::string_view size = "prefs.size";
 inline constexpr std::string_view unit = "prefs.unit";
-inline constexpr std::string_view unitLetter = "prefs.unitLetter";
 inline constexpr std::string_view source = "prefs.source";
 inline constexpr std::string_view interval = "prefs.interval";
-inline constexpr std::string_view openAtLogin = "prefs.openAtLogin";
-inline constexpr std::string_view showPrefsOnLaunch = "prefs.showPrefsOnLaunch";
-inline constexpr std::string_view showInDock = "prefs.showInDock";
-inline constexpr std::string_view autoUpdate = "prefs.autoUpdate";
 inline constexpr std::string_view checkNow = "prefs.checkNow";
 inline constexpr std::string_view quit = "prefs.quit";
 

@@ -1,10 +1,7 @@
 #include "settings/PreferencesView.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <chrono>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -12,9 +9,11 @@
 
 #include "environment/AppInfo.h"
 #include "pixels/BlinkRhythm.h"
+#include "settings/CasePicker.h"
 #include "settings/Identifiers.h"
 #include "settings/Panes.h"
 #include "settings/SettingsSidebar.h"
+#include "settings/Toggles.h"
 #include "settings/ViewBuilding.h"
 
 namespace thermopix {
@@ -29,37 +28,17 @@ constexpr double panePadding = 28;
 /// Less than the padding: the title bar is clear ground.
 constexpr double belowTitleBar = 12;
 
-struct ToggleBinding {
-    std::string_view identifier;
-    bool Preferences::*field;
-};
-
-// "Open at login" is not among them: the system decides that one.
-constexpr std::array toggleBindings{
-    ToggleBinding{Identifiers::unitLetter, &Preferences::showsUnitLetter},
-    ToggleBinding{Identifiers::showPrefsOnLaunch, &Preferences::showPreferencesOnLaunch},
-    ToggleBinding{Identifiers::showInDock, &Preferences::showInDock},
-    ToggleBinding{Identifiers::autoUpdate, &Preferences::checkForUpdatesAutomatically},
-};
-
 std::optional<std::string_view> suffixOf(std::string_view identifier, std::string_view prefix) {
     return identifier.starts_with(prefix) ? std::optional(identifier.substr(prefix.size())) : std::nullopt;
 }
 
 template <typename Case>
 bool choose(PreferencesStore& store, Case Preferences::*field, std::optional<std::string_view> raw) {
-    const auto chosen = raw ? fromRawValue<Case>(*raw) : std::nullopt;
+    const auto chosen = raw ? fromEventValue<Case>(*raw) : std::nullopt;
     if (chosen) {
         store.set(field, *chosen);
     }
     return chosen.has_value();
-}
-
-std::optional<RefreshInterval> intervalOf(std::string_view text) {
-    std::int64_t seconds = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return isNumber ? fromRawValue<RefreshInterval>(seconds) : std::nullopt;
 }
 
 }  // namespace
@@ -111,15 +90,16 @@ bool PreferencesView::handleToggle(const ViewEvent& event) {
         return false;
     }
     const bool isOn = event.value == "true";
-    if (event.identifier == Identifiers::openAtLogin) {
-        environment_.setOpenAtLogin(isOn);
-        return true;
-    }
-    for (const auto& binding : toggleBindings) {
-        if (event.identifier == binding.identifier) {
-            environment_.store().set(binding.field, isOn);
-            return true;
+    for (const Toggle& toggle : toggles) {
+        if (event.identifier != toggle.identifier) {
+            continue;
         }
+        if (toggle.field == &Preferences::openAtLogin) {
+            environment_.setOpenAtLogin(isOn);  // the system decides that one
+        } else {
+            environment_.store().set(toggle.field, isOn);
+        }
+        return true;
     }
     return false;
 }
@@ -137,11 +117,7 @@ bool PreferencesView::handleChoice(const ViewEvent& event) {
         return choose(store, &Preferences::source, value);
     }
     if (event.identifier == Identifiers::interval) {
-        const auto interval = intervalOf(value);
-        if (interval) {
-            store.set(&Preferences::refreshInterval, *interval);
-        }
-        return interval.has_value();
+        return choose(store, &Preferences::refreshInterval, value);
     }
     return choose(store, &Preferences::pet, suffixOf(event.identifier, Identifiers::pet)) ||
            choose(store, &Preferences::style, suffixOf(event.identifier, Identifiers::style));

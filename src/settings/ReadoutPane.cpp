@@ -6,19 +6,19 @@
 #include <vector>
 
 #include "sensing/PetMood.h"
+#include "settings/CasePicker.h"
 #include "settings/Identifiers.h"
 #include "settings/Panes.h"
 #include "settings/PetRow.h"
 #include "settings/Section.h"
 #include "settings/StatusBarPreview.h"
 #include "settings/StyleRow.h"
+#include "settings/Toggles.h"
 #include "settings/ViewBuilding.h"
 
 namespace thermopix::Panes {
 
 namespace {
-
-constexpr int exampleReading = 52;
 
 ViewNode previewSection(const Preferences& preferences, const Display& display) {
     const StatusBarPreview preview{display, preferences.style, preferences.size, preferences.pet,
@@ -58,27 +58,16 @@ ViewNode styleSection(const Preferences& preferences, const Display& display) {
                                          "on exact device pixels and is never resampled.")});
 }
 
-template <typename Case, typename Title>
-ViewNode segmentedPicker(std::string_view title, std::string_view identifier, Case selection, Title itemTitle) {
-    ViewNode picker;
-    picker.kind = ViewKind::picker;
-    picker.pickerStyle = PickerStyle::segmented;
-    picker.text = title;
-    picker.hidesLabel = true;
-    picker.identifier = identifier;
-    picker.selection = rawValue(selection);
-    for (const Case item : allCases<Case>()) {
-        picker.items.push_back({itemTitle(item), std::string(rawValue(item))});
-    }
-    return picker;
+template <typename Case, typename ItemTitle>
+ViewNode segmentedPicker(std::string_view heading, std::string_view identifier, Case selection, ItemTitle itemTitle) {
+    return casePicker(PickerStyle::segmented, heading, identifier, selection, allCases<Case>(), itemTitle);
 }
 
 ViewNode sizeSection(const Preferences& preferences) {
     constexpr std::string_view heading = "Size";
     return section(
         heading,
-        {segmentedPicker(heading, Identifiers::size, preferences.size,
-                         [](PixelSize size) { return std::string(title(size)); }),
+        {segmentedPicker(heading, Identifiers::size, preferences.size, [](PixelSize size) { return title(size); }),
          captionText(fmt::format(
              "Compact draws each pixel at 2 pt — {:.0f} pt tall, in proportion with the system's own menu bar items. "
              "Large draws it at 3 pt, which fills the bar. Only whole points, because a fractional cell would stop "
@@ -88,14 +77,12 @@ ViewNode sizeSection(const Preferences& preferences) {
 
 ViewNode unitSection(const Preferences& preferences) {
     constexpr std::string_view heading = "Unit";
-    return section(
-        heading,
-        {segmentedPicker(heading, Identifiers::unit, preferences.unit,
-                         [](TemperatureUnit unit) { return fmt::format("{} ({})", title(unit), symbol(unit)); }),
-         card({Views::toggle("Show the unit letter", Identifiers::unitLetter, preferences.showsUnitLetter)}),
-         captionText(fmt::format("Off shows `{0}°`; on shows `{0}°{1}`. The digit field is a fixed width "
-                                 "either way, so the menu bar never shifts as the number changes.",
-                                 exampleReading, suffix(preferences.unit)))});
+    auto content = toggleCard(ToggleCard::unit, preferences);
+    content.insert(content.begin(),
+                   segmentedPicker(heading, Identifiers::unit, preferences.unit, [](TemperatureUnit unit) {
+                       return fmt::format("{} ({})", title(unit), symbol(unit));
+                   }));
+    return section(heading, std::move(content));
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ private:
         view_.handle({std::string(Identifiers::pet) + "ghost", {}});
         view_.handle({std::string(Identifiers::style) + "dotMatrix", {}});
         view_.handle({std::string(Identifiers::size), "large"});
-        view_.handle({std::string(Identifiers::unitLetter), "true"});
+        view_.handle({"prefs.unitLetter", "true"});
         showView();
         ShellWindow& window = *process_.window(settings);
         take(window, "settings-readout-large");
