@@ -5,8 +5,8 @@
 
 #include <type_traits>
 
-#include "SysfsMachine.h"
 #include "platform/linux/machine/LinuxMonotonicClock.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 
 namespace thermopix {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <map>
 
-#include "SysfsMachine.h"
 #include "base/Enumeration.h"
 #include "fakes/RecordingLog.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
 #include "sensing/HIDTemperatureSensor.h"
 #include "sensing/TemperatureMonitor.h"

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "NvmlStandIn.h"
-#include "SysfsMachine.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 
 namespace thermopix {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "SysfsMachine.h"
 #include "base/Enumeration.h"
 #include "base/Unicode.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 #include "sensing/SensorSource.h"
 
 namespace thermopix {

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "SysfsMachine.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
 namespace thermopix {

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <new>
 
-#include "SysfsMachine.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 
 namespace {
 std::int64_t allocations = 0;

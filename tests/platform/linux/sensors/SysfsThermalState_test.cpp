@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "SysfsMachine.h"
+#include "platform/linux/sensors/SysfsMachine.h"
 
 namespace thermopix {
 namespace {
