@@ -71,7 +71,27 @@ as_user thermopix --sensors | grep -q '^--- CPU  57\.0 °C' || die "the report s
     die "the readout does not appear in the terminal"
 say "the self-test passes, the report and the readout show the modelled machine"
 as_root apt-get install -y --no-install-recommends python3-gi || die "the test's own tools cannot be installed; see $log"
-used_on_a_desktop || die "it does not work on a desktop without windows; see $log"
+used_on_a_desktop "New versions come with your system's updates." ||
+    die "it does not work on a desktop without windows; see $log"
+
+# The real package service on a system bus of this Debian's own, first without and then with a newer package.
+as_root apt-get install -y --no-install-recommends packagekit || die "PackageKit cannot be installed; see $log"
+as_root install -d /run/dbus
+chroot "$root" dbus-daemon --system --nofork --nopidfile >>"$log" 2>&1 </dev/null &
+used_on_a_desktop "You're up to date" || die "the package service is not understood; see $log"
+as_root sh -ec "dpkg-deb --raw-extract /srv/build/package/thermopix_*.deb /srv/unpacked
+    sed -i 's/^Version: .*/Version: 99.1-1/' /srv/unpacked/DEBIAN/control
+    mkdir /srv/newer && dpkg-deb --build /srv/unpacked /srv/newer/thermopix.deb" || die "no newer package; see $log"
+{
+    dpkg-deb --field "$root/srv/newer/thermopix.deb"
+    printf 'Filename: ./thermopix.deb\nSize: %s\n' "$(stat --format %s "$root/srv/newer/thermopix.deb")"
+    printf 'SHA256: %s\n' "$(sha256sum "$root/srv/newer/thermopix.deb" | cut -d ' ' -f 1)"
+} >"$root/srv/newer/Packages"
+echo "deb [trusted=yes] file:/srv/newer ./" >"$root/etc/apt/sources.list.d/newer.list"
+as_root apt-get update -q
+used_on_a_desktop "Thermopix 99.1-1 is available" || die "the newer package is not told of; see $log"
+rm "$root/etc/apt/sources.list.d/newer.list"
+as_root apt-get update -q
 
 # All of it, in the words of the README.
 command=$(grep -oE 'apt install \./build/package/\*\.deb' "$project/README.md" | head -n 1)
@@ -79,7 +99,7 @@ command=$(grep -oE 'apt install \./build/package/\*\.deb' "$project/README.md" |
 as_root sh -c "cd /srv && ${command/install/install -y}" || die "'$command' fails; see $log"
 as_root apt-get install -y --no-install-recommends xvfb x11-utils ||
     die "the test's own tools cannot be installed; see $log"
-used_on_a_desktop --windows || die "its windows do not work; see $log"
+used_on_a_desktop --windows "You're up to date" || die "its windows do not work; see $log"
 
 installed=$(chroot "$root" dpkg -L thermopix thermopix-windows)
 as_root apt-get purge -y thermopix thermopix-windows || die "the packages cannot be removed; see $log"

@@ -20,7 +20,7 @@ SPDX_NAMES = {
     "LGPL-3": "LGPL-3.0-only",
     "LGPL-3+": "LGPL-3.0-or-later",
 }
-SPDX_KNOWN = {*SPDX_NAMES.values(), "ISC", "Zlib", "curl"}
+SPDX_KNOWN = {*SPDX_NAMES.values(), "ISC", "Zlib"}
 
 
 def build_packages(package_list):

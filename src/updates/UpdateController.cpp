@@ -12,11 +12,11 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto checkPeriod = 24h;
+/// The start of a session has enough to do.
+constexpr MainLoop::Duration firstLook = 10min;
 /// Timers stand still while the machine sleeps and know nothing of a clock that is set, so the wall clock is looked
-/// at each hour. A check without an answer, of a machine that is offline, is repeated at the next look.
+/// at each hour.
 constexpr MainLoop::Duration lookPeriod = 1h;
-/// By then the session has started and is online.
-constexpr MainLoop::Duration firstLook = 1min;
 /// Enough to share another timer's wake-up.
 constexpr MainLoop::Duration lookLeeway = 10min;
 
@@ -24,22 +24,17 @@ constexpr const char* category = "update";
 
 }  // namespace
 
-UpdateController::UpdateController(UpdateOrigin origin, std::string ownVersion, Services services)
-    : origin_(origin),
-      ownVersion_(std::move(ownVersion)),
+UpdateController::UpdateController(const UpdateSource& source, Services services)
+    : origin_(source.origin),
       services_(std::move(services)),
-      memory_(services_.defaults) {}
+      memory_(services_.defaults),
+      check_(services_.packages, services_.mainLoop, source.package) {}
 
 void UpdateController::setAutomaticallyChecksForUpdates(bool checks) {
-    if (checks == std::exchange(automaticallyChecks_, checks) || origin_ != UpdateOrigin::feed) {
+    if (checks == std::exchange(automaticallyChecks_, checks) || origin_ != UpdateOrigin::package) {
         return;
     }
-    looks_ = checks ? services_.mainLoop.repeating(firstLook, lookPeriod, lookLeeway,
-                                                   [this] {
-                                                       if (isCheckDue()) {
-                                                           startCheck();
-                                                       }
-                                                   })
+    looks_ = checks ? services_.mainLoop.repeating(firstLook, lookPeriod, lookLeeway, [this] { checkIfDue(); })
                     : Subscription();
     if (!checks && !userWaits_) {
         check_.cancel();
@@ -47,7 +42,7 @@ void UpdateController::setAutomaticallyChecksForUpdates(bool checks) {
 }
 
 void UpdateController::checkForUpdates() {
-    if (origin_ != UpdateOrigin::feed) {
+    if (origin_ != UpdateOrigin::package) {
         answer(noticeOfOrigin(origin_));
         return;
     }
@@ -56,38 +51,37 @@ void UpdateController::checkForUpdates() {
 }
 
 /// A last check in the future was made by a clock that was wrong.
-bool UpdateController::isCheckDue() const {
+void UpdateController::checkIfDue() {
     const auto last = memory_.lastCheck();
     const auto now = services_.wallClock();
-    return !last || *last > now || now - *last >= checkPeriod;
+    if (!last || *last > now || now - *last >= checkPeriod) {
+        startCheck();
+    }
 }
 
 void UpdateController::startCheck() {
-    if (!check_.isActive()) {
-        check_ = services_.checking.check([this](const UpdateVerdict& verdict) { conclude(verdict); });
+    if (!check_.isRunning()) {
+        memory_.setLastCheck(services_.wallClock());
+        check_.start([this](const UpdateVerdict& verdict) { conclude(verdict); });
     }
 }
 
 void UpdateController::conclude(const UpdateVerdict& verdict) {
-    check_.cancel();
     const bool userWaited = std::exchange(userWaits_, false);
     if (const auto* failed = std::get_if<CheckFailed>(&verdict)) {
-        services_.log.diag(
-            category, fmt::format("the check for updates failed ({}): {}", rawValue(failed->failure), failed->detail));
-    } else {
-        memory_.setLastCheck(services_.wallClock());
+        services_.log.diag(category, fmt::format("the check for updates failed: {}", failed->reason));
     }
     const auto* update = std::get_if<UpdateAvailable>(&verdict);
     if (update != nullptr && (userWaited || update->version != memory_.announcedVersion())) {
         announce(*update);
     } else if (userWaited) {
-        answer(noticeOf(verdict, ownVersion_));
+        answer(noticeOf(verdict));
     }
 }
 
 void UpdateController::announce(const UpdateAvailable& update) {
-    const auto notice = noticeOf(update, ownVersion_);
-    services_.log.diag(category, fmt::format("{}: {}", notice.title, update.page.value_or("no page")));
+    const auto notice = noticeOf(update);
+    services_.log.diag(category, notice.title);
     services_.notices.show(notice, [this, version = update.version](bool wasShown) {
         if (wasShown) {
             memory_.setAnnouncedVersion(version);
@@ -95,7 +89,7 @@ void UpdateController::announce(const UpdateAvailable& update) {
     });
 }
 
-void UpdateController::answer(const UpdateNotice& notice) {
+void UpdateController::answer(const UserNotice& notice) {
     services_.notices.show(notice, [this, text = fmt::format("{}: {}", notice.title, notice.body)](bool wasShown) {
         if (!wasShown) {
             services_.log.diag(category, text);

@@ -2,14 +2,13 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 #include "system/DiagnosticLog.h"
 #include "system/MainLoop.h"
 #include "system/UpdaterManaging.h"
-#include "updates/UpdateChecking.h"
+#include "updates/UpdateCheck.h"
 #include "updates/UpdateMemory.h"
-#include "updates/UserNotices.h"
+#include "updates/UpdateNotice.h"
 
 namespace thermopix {
 
@@ -20,34 +19,33 @@ public:
     /// What is referred to outlives the controller.
     struct Services {
         MainLoop& mainLoop;
-        UpdateChecking& checking;
+        PackageService& packages;
         UserNotices& notices;
         std::shared_ptr<UserDefaults> defaults;
         DiagnosticLog& log;
         std::function<UpdateMemory::Time()> wallClock;
     };
 
-    UpdateController(UpdateOrigin origin, std::string ownVersion, Services services);
+    UpdateController(const UpdateSource& source, Services services);
 
     [[nodiscard]] bool automaticallyChecksForUpdates() const override { return automaticallyChecks_; }
     void setAutomaticallyChecksForUpdates(bool checks) override;
     void checkForUpdates() override;
 
 private:
-    [[nodiscard]] bool isCheckDue() const;
+    void checkIfDue();
     void startCheck();
     void conclude(const UpdateVerdict& verdict);
     void announce(const UpdateAvailable& update);
-    void answer(const UpdateNotice& notice);
+    void answer(const UserNotice& notice);
 
     UpdateOrigin origin_;
-    std::string ownVersion_;
     Services services_;
     UpdateMemory memory_;
+    UpdateCheck check_;
     bool automaticallyChecks_ = false;
     bool userWaits_ = false;
     Subscription looks_;
-    Subscription check_;
 };
 
 }  // namespace thermopix

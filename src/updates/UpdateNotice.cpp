@@ -2,49 +2,80 @@
 
 #include <fmt/core.h>
 
+#include <chrono>
+#include <string_view>
+
 #include "environment/AppInfo.h"
 
 namespace thermopix {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+/// "an hour ago", "3 days ago"
+std::string timeAgo(std::chrono::seconds age) {
+    if (age < 1h) {
+        return "less than an hour ago";
+    }
+    const auto hours = std::chrono::floor<std::chrono::hours>(age).count();
+    if (hours == 1) {
+        return "an hour ago";
+    }
+    return hours < 48 ? fmt::format("{} hours ago", hours) : fmt::format("{} days ago", hours / 24);
+}
+
 struct Teller {
-    const std::string& ownVersion;
-
-    UpdateNotice operator()(const UpToDate& /*verdict*/) const {
+    UserNotice operator()(const UpToDate& verdict) const {
         return {.title = "You're up to date",
-                .body = fmt::format("{} {} is the newest version.", AppInfo::name, ownVersion)};
+                .body = fmt::format("{} {} is the newest version that your system knows of. {}", AppInfo::name,
+                                    verdict.version,
+                                    verdict.age ? fmt::format("It looked for new ones {}.", timeAgo(*verdict.age))
+                                                : "When it last looked for new ones is not known."),
+                .isAnswer = true};
     }
 
-    UpdateNotice operator()(const UpdateAvailable& update) const {
-        UpdateNotice notice{
-            .title = fmt::format("{} {} is available", AppInfo::name, update.version),
-            .body = fmt::format("{}You have {}.",
-                                update.isCritical ? "This is an important update; please install it soon. " : "",
-                                ownVersion),
-            .isCritical = update.isCritical,
-            .isNews = true};
-        if (update.page) {
-            notice.button = UpdateNotice::Button{"Show Release", *update.page};
-        }
-        return notice;
+    UserNotice operator()(const UpdateAvailable& verdict) const {
+        return {
+            .title = fmt::format("{} {} is available", AppInfo::name, verdict.version),
+            .body =
+                fmt::format("You have {}. The new version comes with your system's updates.", verdict.installedVersion),
+            .button = UserNotice::Button{"Show in Software Centre", fmt::format("appstream:{}", AppInfo::identifier)}};
     }
 
-    UpdateNotice operator()(const CheckFailed& failed) const {
-        return {.title = "The check for updates failed", .body = std::string(title(failed.failure))};
+    UserNotice operator()(const NotFromPackage& /*verdict*/) const { return noticeOfOrigin(UpdateOrigin::elsewhere); }
+
+    UserNotice operator()(const NobodyToAsk& /*verdict*/) const { return noticeOfOrigin(UpdateOrigin::package); }
+
+    UserNotice operator()(const CheckFailed& /*verdict*/) const {
+        return {.title = "The check for updates failed",
+                .body = "Your system's package service gave no answer. New versions come with your system's updates.",
+                .isAnswer = true};
     }
 };
 
-}  // namespace
-
-UpdateNotice noticeOf(const UpdateVerdict& verdict, const std::string& ownVersion) {
-    return std::visit(Teller{ownVersion}, verdict);
+std::string_view wayOf(UpdateOrigin origin) {
+    switch (origin) {
+        case UpdateOrigin::package:
+            return "with your system's updates";
+        case UpdateOrigin::flatpak:
+            return "with Flatpak's updates";
+        case UpdateOrigin::elsewhere:
+            break;
+    }
+    return "from where it was installed from";
 }
 
-UpdateNotice noticeOfOrigin(UpdateOrigin origin) {
+}  // namespace
+
+UserNotice noticeOf(const UpdateVerdict& verdict) {
+    return std::visit(Teller(), verdict);
+}
+
+UserNotice noticeOfOrigin(UpdateOrigin origin) {
     return {.title = fmt::format("{} does not update itself", AppInfo::name),
-            .body = origin == UpdateOrigin::packageManager ? "New versions come with your system's updates."
-                                                           : "New versions come from where it was installed from."};
+            .body = fmt::format("New versions come {}.", wayOf(origin)),
+            .isAnswer = true};
 }
 
 }  // namespace thermopix

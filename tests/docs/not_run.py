@@ -56,7 +56,7 @@ TABLE = {
     "THERMOPIX_UPDATE_GOLDEN=1 ctest --test-dir build/release -R FixtureMachines": NotRun(
         "rewrites the source", has_files("tests/diagnostics/FixtureMachines_test.cpp")),
     "git diff --stat tests/diagnostics/golden": NotRun("needs a clone", has_files("tests/diagnostics/golden")),
-    "./dev fuzz appcast 300": NotRun(MINUTES, knows_fuzzer),
+    "./dev fuzz sysfs_tree 300": NotRun(MINUTES, knows_fuzzer),
     "thermopix --terminal": RunsOn("57 degrees Celsius, comfy"),
     "./dev run": NotRun(STAYS, knows_dev_command),
     "./dev test": NotRun(MINUTES, knows_dev_command),

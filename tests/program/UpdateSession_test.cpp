@@ -1,20 +1,19 @@
-// Updates as the user meets them: the program with a feed, its real check, a server and a notification service.
+// Updates as the user meets them: the program as a package, a package service and a notification service.
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "fakes/TemporaryFolder.h"
+#include "platform/linux/notifications/FakeNotificationService.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
-#include "platform/linux/updates/FakeNotificationService.h"
-#include "program/FeedServer.h"
+#include "platform/linux/updates/FakePackageKit.h"
 #include "program/Program.h"
 
 namespace thermopix {
@@ -22,6 +21,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using Texts = std::vector<std::string>;
+using Fault = FakePackageKit::Fault;
 
 class UpdateSessionTest : public testing::Test {
 protected:
@@ -36,21 +36,17 @@ protected:
         home.write("sys/class/hwmon/hwmon0/temp1_input", std::to_string(celsius) + "000\n");
     }
 
-    void start() {
+    void start(const std::string& package = "thermopix") {
         const auto registrations = host.registrations.size();
-        Program::Environment variables{
-            {"HOME", home.path().string()},
-            {"THERMOPIX_SYSFS_ROOT", (home.path() / "sys").string()},
-            {"THERMOPIX_TEST_CLOCK", (home.path() / "clock").string()},
-            {"DBUS_SESSION_BUS_ADDRESS", g_getenv("DBUS_SESSION_BUS_ADDRESS")},
-            {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + (home.path() / "none").string()},
-            // Nothing between the check and the server.
-            {"no_proxy", "*"},
-        };
-        if (hasFeed) {
-            variables.emplace("THERMOPIX_TEST_FEED", server.feed());
-        }
-        program = std::make_unique<Program>(Texts{}, variables);
+        const std::string bus = g_getenv("DBUS_SESSION_BUS_ADDRESS");
+        program = std::make_unique<Program>(Texts{},
+                                            Program::Environment{{"HOME", home.path().string()},
+                                                                 {"XDG_DATA_DIRS", home.path("share").string()},
+                                                                 {"THERMOPIX_SYSFS_ROOT", home.path("sys").string()},
+                                                                 {"THERMOPIX_TEST_CLOCK", home.path("clock").string()},
+                                                                 {"THERMOPIX_TEST_PACKAGE", package},
+                                                                 {"DBUS_SESSION_BUS_ADDRESS", bus},
+                                                                 {"DBUS_SYSTEM_BUS_ADDRESS", bus}});
         ASSERT_TRUE(host.waitForRegistration(registrations + 1));
     }
 
@@ -61,49 +57,30 @@ protected:
         program.reset();
     }
 
-    /// Time that passes at once, while the program runs and while it does not.
+    /// Time that passes at once, while the program runs and while it does not; what fell due has then been served.
     void pass(std::chrono::seconds time) {
+        const auto before = program ? host.text("Title") : "";
+        heat(isHot ? 57 : 31);
+        isHot = !isHot;
         ahead += time;
         setClock();
+        if (program) {
+            ASSERT_TRUE(runUntil([&] { return host.text("Title") != before; }));
+        }
     }
     void setClock() const {
         const std::int64_t seconds = ahead.count();
-        std::fstream file(home.path() / "clock", std::ios::binary | std::ios::in | std::ios::out);
+        std::fstream file(home.path("clock"), std::ios::binary | std::ios::in | std::ios::out);
         if (!file) {
-            file.open(home.path() / "clock", std::ios::binary | std::ios::out);
+            file.open(home.path("clock"), std::ios::binary | std::ios::out);
         }
         file.write(reinterpret_cast<const char*>(&seconds), sizeof seconds);
     }
 
-    [[nodiscard]] std::string remembered(const std::string& key) const {
-        std::ifstream file(home.path() / ".config/thermopix" / key);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    [[nodiscard]] std::string remembered(const std::string& key) const { return home.read(".config/thermopix/" + key); }
 
-    /// Lets so much time pass that an automatic check is due, and waits until it has got its answer.
-    void passUntilNextCheck() {
-        const auto before = remembered("updates.lastCheck");
-        const auto asked = server.requests.size();
-        pass(25h);
-        ASSERT_TRUE(runUntil([&] { return remembered("updates.lastCheck") != before; }));
-        EXPECT_EQ(server.requests.size(), asked + 1);
-        letItFinish();
-    }
-
-    /// The program and the notification service have heard and done all that was on its way between them.
-    void letItFinish() {
-        for (int i = 0; i < 3; ++i) {
-            static_cast<void>(host.text("Title"));
-            settle(notifications ? notifications->connection() : host.connection());
-        }
-    }
-
-    /// The program's timers that are due have been served.
-    void waitForNextReading() {
-        const auto before = host.text("Title");
-        heat(isHot ? 57 : 31);
-        isHot = !isHot;
-        ASSERT_TRUE(runUntil([&] { return host.text("Title") != before; }));
+    [[nodiscard]] auto questions() const {
+        return std::count(daemon->calls.begin(), daemon->calls.end(), "Resolve(4, ['thermopix'])");
     }
 
     void click(const std::string& label) {
@@ -115,14 +92,19 @@ protected:
         }
         ADD_FAILURE() << "no menu entry " << label;
     }
-    void clickCheckForUpdates() { click("Check for Updates…"); }
 
+    /// Everything on its way between the program and the services has arrived.
+    void letItFinish() {
+        for (int i = 0; i < 3; ++i) {
+            static_cast<void>(host.text("Title"));
+            settle(host.connection());
+        }
+    }
     void waitForNotices(std::size_t count) {
         ASSERT_TRUE(runUntil([&] { return notifications->shown.size() >= count; }));
         letItFinish();
         ASSERT_EQ(notifications->shown.size(), count);
     }
-
     [[nodiscard]] Texts titles() const {
         Texts all;
         for (const auto& shown : notifications->shown) {
@@ -135,123 +117,128 @@ protected:
     TestTrayHost host;
     std::unique_ptr<FakeNotificationService> notifications =
         std::make_unique<FakeNotificationService>(Texts{"actions", "body"});
-    FeedServer server;
-    bool hasFeed = true;
+    std::unique_ptr<FakePackageKit> daemon = std::make_unique<FakePackageKit>();
     std::chrono::seconds ahead{0};
     bool isHot = false;
     std::unique_ptr<Program> program;
 };
 
-TEST_F(UpdateSessionTest, ANewVersionIsToldOnceOverManyChecksAndARestartAndNothingElseHappens) {
-    server.offer("9.9");
+TEST_F(UpdateSessionTest, ANewVersionIsToldOnceOverManyDaysAndARestart) {
+    home.write(
+        "share/applications/centre.desktop",
+        "[Desktop Entry]\nType=Application\nName=Software\nMimeType=x-scheme-handler/appstream;\nExec=true %u\n");
+    home.write("share/applications/mimeinfo.cache", "[MIME Cache]\nx-scheme-handler/appstream=centre.desktop;\n");
+    daemon->updates = {{5, "thermopix;1.3;amd64;main"}};
     start();
-    passUntilNextCheck();
-    waitForNotices(1);
-    EXPECT_EQ(titles(), Texts{"Thermopix 9.9 is available"});
-    EXPECT_EQ(notifications->shown[0].actions, (Texts{"default", "Show Release", "show-release", "Show Release"}));
-    EXPECT_FALSE(notifications->shown[0].isTransient);
-    EXPECT_EQ(remembered("updates.announcedVersion"), "9.9");
-    passUntilNextCheck();
-    quit();
-
-    start();
-    passUntilNextCheck();
-    EXPECT_EQ(notifications->shown.size(), 1U);
-    server.offer("9.10");
-    passUntilNextCheck();
-    waitForNotices(2);
-    EXPECT_EQ(titles(), (Texts{"Thermopix 9.9 is available", "Thermopix 9.10 is available"}));
-    quit();
-    // No download, no other page: the feed four times.
-    EXPECT_EQ(server.requests, Texts(4, "GET /releases.xml HTTP/1.1"));
-}
-
-TEST_F(UpdateSessionTest, AutomaticChecksComeOnceADayAlsoOverARestart) {
-    server.offer("0.0.1");
-    start();
-    passUntilNextCheck();
-    pass(20h);
-    ASSERT_NO_FATAL_FAILURE(waitForNextReading());
-    quit();
-    start();
-    pass(3h);
-    ASSERT_NO_FATAL_FAILURE(waitForNextReading());
+    ASSERT_NO_FATAL_FAILURE(pass(9min));
     letItFinish();
-    EXPECT_EQ(server.requests.size(), 1U);
-    pass(2h);
-    ASSERT_TRUE(runUntil([this] { return server.requests.size() == 2; }));
-    EXPECT_TRUE(notifications->shown.empty());
+    EXPECT_EQ(questions(), 0);
+    ASSERT_NO_FATAL_FAILURE(pass(20min));
+    ASSERT_NO_FATAL_FAILURE(waitForNotices(1));
+    EXPECT_EQ(titles(), Texts{"Thermopix 1.3 is available"});
+    EXPECT_EQ(notifications->shown[0].actions,
+              (Texts{"default", "Show in Software Centre", "open", "Show in Software Centre"}));
+    EXPECT_FALSE(notifications->shown[0].isTransient);
+    ASSERT_TRUE(runUntil([this] { return remembered("updates.announcedVersion") == "1.3"; }));
+    ASSERT_NO_FATAL_FAILURE(pass(20h));
+    quit();
+    ASSERT_NO_FATAL_FAILURE(pass(1h));
+    start();
+    ASSERT_NO_FATAL_FAILURE(pass(2h));
+    letItFinish();
+    EXPECT_EQ(questions(), 1);
+    ASSERT_NO_FATAL_FAILURE(pass(2h));
+    ASSERT_TRUE(runUntil([this] { return questions() == 2; }));
+    daemon->updates = {{5, "thermopix;1.4;amd64;main"}};
+    ASSERT_NO_FATAL_FAILURE(pass(25h));
+    ASSERT_NO_FATAL_FAILURE(waitForNotices(2));
+    EXPECT_EQ(titles(), (Texts{"Thermopix 1.3 is available", "Thermopix 1.4 is available"}));
+    EXPECT_EQ(questions(), 3);
 }
 
 TEST_F(UpdateSessionTest, NothingIsAskedWhileAutomaticChecksAreOffAlsoAfterARestart) {
-    server.offer("9.9");
     home.write(".config/thermopix/preferences.v1", R"({"checkForUpdatesAutomatically":false})");
     for (int run = 0; run < 2; ++run) {
         start();
-        for (int day = 0; day < 2; ++day) {
-            pass(25h);
-            ASSERT_NO_FATAL_FAILURE(waitForNextReading());
-        }
+        ASSERT_NO_FATAL_FAILURE(pass(25h));
+        letItFinish();
         quit();
     }
-    EXPECT_TRUE(server.requests.empty());
+    EXPECT_EQ(daemon->calls, Texts());
     EXPECT_NE(remembered("preferences.v1").find(R"("checkForUpdatesAutomatically":false)"), std::string::npos);
-    start();
-    clickCheckForUpdates();
-    waitForNotices(1);
-    EXPECT_EQ(titles(), Texts{"Thermopix 9.9 is available"});
-    EXPECT_EQ(server.requests.size(), 1U);
 }
 
-TEST_F(UpdateSessionTest, EveryClickIsAnswered) {
+TEST_F(UpdateSessionTest, EveryClickIsAnsweredOnceWhateverThePackageServiceDoes) {
     start();
-    server.offer("0.0.1");
-    clickCheckForUpdates();
-    waitForNotices(1);
-    server.refuse();
-    clickCheckForUpdates();
-    waitForNotices(2);
-    server.offer("9.9");
-    clickCheckForUpdates();
-    waitForNotices(3);
-    clickCheckForUpdates();
-    waitForNotices(4);
-    EXPECT_EQ(titles(), (Texts{"You're up to date", "The check for updates failed", "Thermopix 9.9 is available",
-                               "Thermopix 9.9 is available"}));
+    const std::string hostile = "thermopix;1.3\n<a href=\"x\">\x1B[31m;amd64;main";
+    const std::string upToDate = "You're up to date";
+    const std::string failed = "The check for updates failed";
+    const struct {
+        Fault fault;
+        FakePackageKit::Packages updates;
+        std::string title;
+    } cases[]{{Fault::none, {}, upToDate},
+              {Fault::refusesQuestions, {}, failed},
+              {Fault::endsWithAnError, {}, failed},
+              {Fault::strangerAnswers, {}, upToDate},
+              {Fault::none, {{5, hostile}, {5, std::string(1000000, ';')}}, upToDate},
+              {Fault::none, {{9, "thermopix;1.3;amd64;main"}}, upToDate},
+              {Fault::none, {{0x50008, "thermopix;1.3;amd64;main"}}, "Thermopix 1.3 is available"},
+              {Fault::dies, {}, failed}};
+    Texts expected;
+    for (const auto& row : cases) {
+        daemon->faults = {{"GetUpdates", row.fault}};
+        daemon->updates = row.updates;
+        click("Check for Updates…");
+        expected.push_back(row.title);
+        ASSERT_NO_FATAL_FAILURE(waitForNotices(expected.size()));
+        EXPECT_EQ(titles(), expected);
+    }
+    daemon.reset();
+    click("Check for Updates…");
+    expected.emplace_back("Thermopix does not update itself");
+    ASSERT_NO_FATAL_FAILURE(waitForNotices(expected.size()));
+    EXPECT_EQ(titles(), expected);
+    EXPECT_EQ(notifications->shown.back().body, "New versions come with your system's updates.");
 }
 
-TEST_F(UpdateSessionTest, AFailedAutomaticCheckIsSilentAndTriedAgain) {
-    server.refuse();
+TEST_F(UpdateSessionTest, AServiceThatSaysNothingDelaysNothingButItsOwnAnswer) {
+    daemon->faults = {{"GetUpdates", Fault::saysNothing}};
     start();
-    pass(2h);
-    ASSERT_TRUE(runUntil([this] { return server.requests.size() == 1; }));
-    ASSERT_TRUE(program->waitForErrors("the check for updates failed (refused)"));
-    pass(2h);
-    ASSERT_TRUE(runUntil([this] { return server.requests.size() == 2; }));
+    click("Check for Updates…");
+    ASSERT_TRUE(runUntil([this] { return daemon->calls.size() == 6; }));
+    ASSERT_NO_FATAL_FAILURE(pass(50s));
     letItFinish();
-    EXPECT_TRUE(notifications->shown.empty());
-    EXPECT_EQ(remembered("updates.lastCheck"), "");
+    EXPECT_EQ(titles(), Texts());
+    ASSERT_NO_FATAL_FAILURE(pass(11s));
+    ASSERT_NO_FATAL_FAILURE(waitForNotices(1));
+    EXPECT_EQ(titles(), Texts{"The check for updates failed"});
+    EXPECT_TRUE(program->waitForErrors("the check for updates failed: the package service gave no answer"));
 }
 
-TEST_F(UpdateSessionTest, WithoutAFeedTheAnswerSaysWhereVersionsComeFrom) {
-    hasFeed = false;
-    start();
-    pass(25h);
-    ASSERT_NO_FATAL_FAILURE(waitForNextReading());
-    clickCheckForUpdates();
-    waitForNotices(1);
-    EXPECT_EQ(titles(), Texts{"Thermopix does not update itself"});
-    EXPECT_EQ(notifications->shown[0].body, "New versions come from where it was installed from.");
-    EXPECT_TRUE(server.requests.empty());
+TEST_F(UpdateSessionTest, ACopyThatDidNotComeFromThePackageDoesNotClaimTo) {
+    daemon->installed.clear();
+    for (const std::string package : {"thermopix", ""}) {
+        start(package);
+        click("Check for Updates…");
+        ASSERT_TRUE(runUntil([this] { return !notifications->shown.empty(); }));
+        EXPECT_EQ(notifications->shown[0].body, "New versions come from where it was installed from.");
+        notifications->shown.clear();
+        quit();
+    }
+    EXPECT_EQ(questions(), 1);
 }
 
 TEST_F(UpdateSessionTest, ADesktopWithoutNotificationsGetsItsAnswersInTheLog) {
     notifications.reset();
-    server.offer("0.0.1");
     start();
-    clickCheckForUpdates();
-    ASSERT_TRUE(runUntil([this] { return server.requests.size() == 1; }));
-    EXPECT_TRUE(program->waitForErrors("You're up to date: Thermopix ")) << program->errors();
+    click("Check for Updates…");
+    ASSERT_TRUE(runUntil([this] { return daemon->calls.size() == 7; }));
+    letItFinish();
+    EXPECT_TRUE(
+        program->waitForErrors("You're up to date: Thermopix 1.2 is the newest version that your system knows "
+                               "of. It looked for new ones 5 hours ago."))
+        << program->errors();
 }
 
 }  // namespace

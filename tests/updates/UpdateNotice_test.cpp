@@ -5,44 +5,56 @@
 namespace thermopix {
 namespace {
 
-TEST(UpdateNotice, aNewVersionIsNewsWithAButtonToItsPage) {
-    const UpdateNotice expected{.title = "Thermopix 1.3 is available",
-                                .body = "You have 1.2.",
-                                .button = UpdateNotice::Button{"Show Release", "https://example.org/1.3"},
-                                .isNews = true};
-    EXPECT_EQ(noticeOf(UpdateAvailable{"1.3", "https://example.org/1.3", false}, "1.2"), expected);
+using namespace std::chrono_literals;
+
+TEST(UpdateNotice, aNewVersionStaysWithAButtonToTheSoftwareCentre) {
+    const UserNotice expected{
+        .title = "Thermopix 1.3 is available",
+        .body = "You have 1.2. The new version comes with your system's updates.",
+        .button = UserNotice::Button{"Show in Software Centre", "appstream:io.github.thermopix.Thermopix"}};
+    EXPECT_EQ(noticeOf(UpdateAvailable{"1.3", "1.2"}), expected);
 }
 
-TEST(UpdateNotice, aNewVersionWithoutAPageHasNoButton) {
-    EXPECT_EQ(noticeOf(UpdateAvailable{"1.3", std::nullopt, false}, "1.2").button, std::nullopt);
-}
-
-TEST(UpdateNotice, aCriticalUpdateSaysSo) {
-    const auto notice = noticeOf(UpdateAvailable{"1.3", std::nullopt, true}, "1.2");
-    EXPECT_TRUE(notice.isCritical);
-    EXPECT_EQ(notice.body, "This is an important update; please install it soon. You have 1.2.");
-}
-
-TEST(UpdateNotice, theNewestVersionIsSaidToBeIt) {
-    const UpdateNotice expected{.title = "You're up to date", .body = "Thermopix 1.2 is the newest version."};
-    EXPECT_EQ(noticeOf(UpToDate(), "1.2"), expected);
-}
-
-TEST(UpdateNotice, everyFailureIsExplainedAndItsDetailLeftToTheLog) {
-    for (const auto failure : allCases<CheckFailure>()) {
-        const UpdateNotice expected{.title = "The check for updates failed", .body = std::string(title(failure))};
-        EXPECT_EQ(noticeOf(CheckFailed{failure, "<b>detail</b>"}, "1.2"), expected);
-        EXPECT_TRUE(expected.body.ends_with('.')) << expected.body;
+TEST(UpdateNotice, theNewestVersionIsSaidToBeItAsFarAsTheSystemKnows) {
+    const struct {
+        std::optional<std::chrono::seconds> age;
+        std::string said;
+    } cases[]{{0s, "It looked for new ones less than an hour ago."},
+              {59min + 59s, "It looked for new ones less than an hour ago."},
+              {1h, "It looked for new ones an hour ago."},
+              {119min, "It looked for new ones an hour ago."},
+              {2h, "It looked for new ones 2 hours ago."},
+              {47h + 59min, "It looked for new ones 47 hours ago."},
+              {48h, "It looked for new ones 2 days ago."},
+              {240h, "It looked for new ones 10 days ago."},
+              {std::nullopt, "When it last looked for new ones is not known."}};
+    for (const auto& row : cases) {
+        const UserNotice expected{.title = "You're up to date",
+                                  .body = "Thermopix 1.2 is the newest version that your system knows of. " + row.said,
+                                  .isAnswer = true};
+        EXPECT_EQ(noticeOf(UpToDate{"1.2", row.age}), expected);
     }
 }
 
-TEST(UpdateNotice, aCopyWithoutAFeedSaysWhereUpdatesComeFrom) {
-    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::packageManager),
-              (UpdateNotice{.title = "Thermopix does not update itself",
-                            .body = "New versions come with your system's updates."}));
-    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::elsewhere),
-              (UpdateNotice{.title = "Thermopix does not update itself",
-                            .body = "New versions come from where it was installed from."}));
+TEST(UpdateNotice, aFailureIsLeftToTheLogAndTheUserIsToldWhereNewVersionsComeFrom) {
+    const UserNotice expected{
+        .title = "The check for updates failed",
+        .body = "Your system's package service gave no answer. New versions come with your system's updates.",
+        .isAnswer = true};
+    EXPECT_EQ(noticeOf(CheckFailed{"<b>reason</b>"}), expected);
+}
+
+TEST(UpdateNotice, whereNobodyCanBeAskedTheUserIsToldWhereNewVersionsComeFrom) {
+    const auto notice = [](const std::string& body) {
+        return UserNotice{.title = "Thermopix does not update itself", .body = body, .isAnswer = true};
+    };
+    const auto withTheSystem = notice("New versions come with your system's updates.");
+    const auto fromElsewhere = notice("New versions come from where it was installed from.");
+    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::package), withTheSystem);
+    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::flatpak), notice("New versions come with Flatpak's updates."));
+    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::elsewhere), fromElsewhere);
+    EXPECT_EQ(noticeOf(NobodyToAsk()), withTheSystem);
+    EXPECT_EQ(noticeOf(NotFromPackage()), fromElsewhere);
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
       // A run in the terminal is a visitor that may stand beside the program of the desktop.
       sessionBus_(isRequested(arguments, Options::terminal) ? nullptr : platform.sessionBus()),
       hasDisplay_(hasDisplay(variables)),
-      notification_(sessionBus_),
+      notification_(sessionBus_, platform.log()),
       windowProcess_(windowOptions(variables), platform.mainLoop(), platform.log()),
       stripProcess_(stripOptions(variables), platform.mainLoop(), platform.log()),
       application_(sessionBus_, windowProcess_, platform.mainLoop(), platform.log()),
@@ -72,13 +72,13 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
       strip_(stripProcess_, platform.mainLoop(), platform.userDefaults().standard()) {
     windowsEnd_ = windowProcess_.onEnd([this](const WindowProcessEnd& end) {
         if (end.isFailure()) {
-            notification_.show(failureTitle, end.failure);
+            notification_.show({.title = failureTitle, .body = end.failure}, {});
         }
     });
     // The strip comes back by itself; told once is enough.
     stripEnd_ = stripProcess_.onEnd([this, isTold = false](const WindowProcessEnd& end) mutable {
         if (end.isFailure() && !std::exchange(isTold, true)) {
-            notification_.show(failureTitle, end.failure);
+            notification_.show({.title = failureTitle, .body = end.failure}, {});
         }
     });
 

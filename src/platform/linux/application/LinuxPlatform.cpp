@@ -38,9 +38,10 @@ std::unique_ptr<LoginItemManaging> LinuxPlatform::makeLoginItem() {
 }
 
 std::unique_ptr<UpdaterManaging> LinuxPlatform::makeUpdater() {
+    systemBus_ = openSystemBus();
     return std::make_unique<LinuxUpdater>(
-        UpdateSource::ofThisBuild(),
-        LinuxUpdater::Services{mainLoop(), userDefaults_.standard(), log_, systemInformation_, sessionBus()});
+        updateSource(packageOfThisBuild(), "/.flatpak-info"),
+        LinuxUpdater::Services{mainLoop(), userDefaults_.standard(), log_, sessionBus(), systemBus_.get()});
 }
 
 GDBusConnection* LinuxPlatform::sessionBus() {

@@ -62,6 +62,8 @@ private:
     FileUserDefaultsDatabases userDefaults_;
     std::unique_ptr<GLibMainLoop> mainLoop_;
     std::optional<BusConnection> sessionBus_;
+    /// The updater's.
+    BusConnection systemBus_;
     std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
     Subscription wake_;
 };

@@ -6,8 +6,6 @@
 namespace thermopix {
 namespace {
 
-constexpr int patienceInMilliseconds = 3000;
-
 using Handler = std::function<void(GVariant*)>;
 
 void finish(GObject* source, GAsyncResult* result, gpointer data) {
@@ -22,12 +20,14 @@ void finish(GObject* source, GAsyncResult* result, gpointer data) {
 }  // namespace
 
 Subscription callMethod(GDBusConnection* connection, const BusMethod& method, GVariant* parameters,
-                        const char* replyType, std::function<void(GVariant* reply)> handler) {
+                        const char* replyType, std::function<void(GVariant* reply)> handler,
+                        std::chrono::milliseconds patience) {
     const std::shared_ptr<GCancellable> cancellable(g_cancellable_new(), &g_object_unref);
     const GVariantHandle owned(parameters == nullptr ? nullptr : g_variant_ref_sink(parameters));
     g_dbus_connection_call(connection, method.busName, method.objectPath, method.interfaceName, method.name,
-                           owned.get(), G_VARIANT_TYPE(replyType), G_DBUS_CALL_FLAGS_NONE, patienceInMilliseconds,
-                           cancellable.get(), &finish, new Handler(std::move(handler)));
+                           owned.get(), G_VARIANT_TYPE(replyType), G_DBUS_CALL_FLAGS_NONE,
+                           static_cast<int>(patience.count()), cancellable.get(), &finish,
+                           new Handler(std::move(handler)));
     return Subscription([cancellable] { g_cancellable_cancel(cancellable.get()); });
 }
 

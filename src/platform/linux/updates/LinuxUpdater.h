@@ -3,30 +3,35 @@
 #include <gio/gio.h>
 
 #include <memory>
+#include <string>
 
-#include "platform/linux/updates/DesktopNotices.h"
-#include "platform/linux/updates/UpdateCheckProcess.h"
-#include "platform/linux/updates/UpdateSource.h"
+#include "platform/linux/notifications/DesktopNotification.h"
+#include "platform/linux/updates/PackageKitService.h"
 #include "system/DiagnosticLog.h"
 #include "system/MainLoop.h"
-#include "system/SystemInformation.h"
 #include "system/UpdaterManaging.h"
 #include "system/UserDefaults.h"
 #include "updates/UpdateController.h"
 
 namespace thermopix {
 
-/// Updates on Linux: a program of its own looks at the feed, the desktop's notifications tell what it found, and the
-/// release's page opens in the browser. Installs nothing. Main thread.
+/// The package that this build is made for; empty for none.
+[[nodiscard]] std::string packageOfThisBuild();
+
+/// A Flatpak's new versions come with Flatpak, whatever package its parts were built for.
+[[nodiscard]] UpdateSource updateSource(const std::string& package, const std::string& flatpakInformation);
+
+/// Updates on Linux: the package service tells of new versions, the desktop's notifications tell the user, and the
+/// desktop's software centre shows them. Installs nothing. Main thread.
 class LinuxUpdater final : public UpdaterManaging {
 public:
-    /// What is referred to outlives the updater; `sessionBus` may be null, then answers go to the log.
+    /// What is referred to outlives the updater; both buses may be null.
     struct Services {
         MainLoop& mainLoop;
         std::shared_ptr<UserDefaults> defaults;
         DiagnosticLog& log;
-        const SystemInformation& system;
         GDBusConnection* sessionBus;
+        GDBusConnection* systemBus;
     };
 
     LinuxUpdater(const UpdateSource& source, const Services& services);
@@ -40,8 +45,8 @@ public:
     void checkForUpdates() override { controller_.checkForUpdates(); }
 
 private:
-    UpdateCheckProcess checking_;
-    DesktopNotices notices_;
+    PackageKitService packages_;
+    DesktopNotification notification_;
     UpdateController controller_;
 };
 
