@@ -18,5 +18,5 @@ function(thermopix_fuzz name)
     add_dependencies(fuzzers ${name})
     add_test(NAME "fuzz: ${name}"
         COMMAND ${name} -runs=20000 -seed=1 -max_len=512 -artifact_prefix=${CMAKE_BINARY_DIR}/ -verbosity=0)
-    set_tests_properties("fuzz: ${name}" PROPERTIES LABELS "fuzz;${ARG_ROOM}" TIMEOUT 300)
+    set_tests_properties("fuzz: ${name}" PROPERTIES LABELS "fuzz;${ARG_ROOM}" TIMEOUT 600)
 endfunction()

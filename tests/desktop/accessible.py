@@ -43,17 +43,22 @@ class ScreenReader:
         """All elements of the window; none while there is no such window."""
         return [Element(described) for described in self.ask({"see": title}) or ()]
 
-    def where(self, element):
-        """Left, top, width and height on the screen of an element of the last look."""
-        return self.ask({"where": element.key})
+    def look(self, title, is_wanted=lambda element: True):
+        """All elements of the window, as soon as there is one that is wanted, and that one."""
+        def found():
+            elements = self.see(title)
+            wanted = next(filter(is_wanted, elements), None)
+            return wanted and (elements, wanted)
+
+        return until(found, f"an element of {title}")
+
+    def where(self, title, is_wanted):
+        """Left, top, width and height on the screen of the first element that is wanted, as soon as there is one."""
+        return until(lambda: self.ask({"where": self.look(title, is_wanted)[1].key}), f"a place in {title}")
 
     def do(self, title, action, is_wanted):
         """Does the action to the first element that is wanted, as soon as there is one."""
-        def done():
-            found = next(filter(is_wanted, self.see(title)), None)
-            return found and self.ask({"on": found.key, "do": action})
-
-        until(done, f"{action} on an element of {title}")
+        until(lambda: self.ask({"on": self.look(title, is_wanted)[1].key, "do": action}), f"{action} in {title}")
 
 
 class Element:

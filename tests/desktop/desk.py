@@ -15,7 +15,9 @@ MENU_BAR = 24
 ABOUT = "About Thermopix"
 # The strip of the modelled machine.
 STRIP = "57 degrees Celsius, comfy"
-TOOLS = ("Xvfb", "dbus-daemon", "dbus-send", "setpriv", "xdotool", "xprop", "xwininfo", "import", "openbox")
+TOOLS = ("dbus-send", "xprop", "xwininfo", "openbox")
+# A pane has text in several shades on several grounds.
+FEWEST_COLORS = 40
 
 
 def version():
@@ -150,3 +152,13 @@ class Window:
         """What of the screen it covers."""
         left, top, width, height = self.box()
         return self.desk.session.screen().crop(left, top, left + width, top + height)
+
+    def drawn(self, *others):
+        """What it covers, as soon as its content is drawn, unlike these pictures, and nothing on the screen moves."""
+        def picture():
+            self.desk.session.steady_screen()
+            seen = self.picture()
+            is_drawn = len(seen.colors(0, 0, seen.width, seen.height)) > FEWEST_COLORS
+            return seen if is_drawn and all(map(seen.differs_from, others)) else None
+
+        return until(picture, f"a drawn {self.title}")

@@ -1,28 +1,62 @@
-"""What the tests of the program's windows have in common."""
+"""What the tests of the program on a desktop have in common."""
 
+import json
 import os
 import shutil
+import subprocess
 import sys
 import unittest
 
-from item import BUILD
+import accessible
+from accessible import ScreenReader
 from desk import TOOLS, Desk
+from item import BUILD, missing_programs
 from session import until
 
 SKIPPED = 77
 
 
-class DeskTest(unittest.TestCase):
+class SessionTest(unittest.TestCase):
+    """Of a class with a `session`: what was on its screen and what its programs said stays behind when a test fails."""
+
     last_screen = None
+    subject = ""
+
+    def photograph(self):
+        self.last_screen = self.session.screen()
+
+    def run(self, result=None):
+        before = len(result.failures) + len(result.errors)
+        super().run(result)
+        if len(result.failures) + len(result.errors) > before and self.last_screen:
+            picture = os.path.join(BUILD, f"desktop-{self.subject or type(self).__name__}-{self._testMethodName}.png")
+            self.last_screen.save(picture)
+            print(f"the screen: {picture}", file=sys.stderr)
+            for process in self.session.processes:
+                print(f"--- {process.name}\n{process.output()[-2000:]}", file=sys.stderr)
+
+
+class DeskTest(SessionTest):
+    """With the program's windows: on a bare desk, or on that of a tray's host."""
+
+    scale = 1
+    # Whether assistive technology is used, which is `reader` then.
+    hears_programs = False
+    host = None
 
     @classmethod
-    def make_desk(cls):
-        return Desk()
+    def make_host(cls):
+        return None
 
     @classmethod
     def setUpClass(cls):
-        cls.desk = cls.make_desk()
+        cls.host = cls.make_host()
+        cls.desk = Desk(cls.host, cls.scale, cls.hears_programs)
+        cls.session = cls.desk.session
         cls.addClassCleanup(cls.desk.close)
+        if cls.hears_programs:
+            cls.reader = ScreenReader(cls.session)
+            cls.addClassCleanup(cls.reader.close)
 
     def start(self, *arguments, **environment):
         """The program with fresh settings, unless it was stopped before; it is to end well, with the test at last."""
@@ -31,9 +65,6 @@ class DeskTest(unittest.TestCase):
         self.addCleanup(self.end)
         self.addCleanup(self.photograph)
         return self.program
-
-    def photograph(self):
-        self.last_screen = self.desk.session.screen()
 
     def end(self):
         self.assertEqual(self.program.end(), 0, self.program.output())
@@ -50,25 +81,28 @@ class DeskTest(unittest.TestCase):
         until(lambda: not another.is_running(), "the end of the second program")
         self.assertEqual(another.end(), 0, another.output())
 
+    def assert_stored(self, name, value):
+        until(lambda: (self.desk.settings() or {}).get(name) == value, f"{name} stored as {value}")
+
     def setUp(self):
         shutil.rmtree(os.path.dirname(self.desk.settings_file()), ignore_errors=True)
 
-    def run(self, result=None):
-        """What was on the screen and what the programs said stays behind when a test fails."""
-        before = len(result.failures) + len(result.errors)
-        super().run(result)
-        if len(result.failures) + len(result.errors) > before and self.last_screen:
-            picture = os.path.join(BUILD, f"desktop-{type(self).__name__}-{self._testMethodName}.png")
-            self.last_screen.save(picture)
-            print(f"the screen: {picture}", file=sys.stderr)
-            for process in self.desk.session.processes:
-                print(f"--- {process.name}\n{process.output()[-2000:]}", file=sys.stderr)
+
+def story(*version):
+    """The core's own account of what the windows say."""
+    return json.loads(subprocess.check_output([os.path.join(BUILD, "thermopix_settings_story"), *version]))
 
 
-def main(*more_that_is_missing):
-    """Runs the tests of the program, unless something is missing that they need."""
-    missing = [tool for tool in TOOLS if not shutil.which(tool)] + list(more_that_is_missing)
+def end_without(*programs):
+    """Ends the process, as CTest understands it, where one of these programs is not installed."""
+    missing = missing_programs(programs)
     if missing:
         print(f"not installed: {', '.join(missing)}")
         sys.exit(1 if os.environ.get("THERMOPIX_REQUIRE_DESKTOP") == "1" else SKIPPED)
+
+
+def main(*programs, hears_programs=False):
+    """Runs the tests, unless something is missing that they need."""
+    end_without(*TOOLS, *programs, *(["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]
+                                     if hears_programs and not accessible.is_installed() else []))
     unittest.main(verbosity=2)

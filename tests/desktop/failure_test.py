@@ -4,17 +4,13 @@
 import json
 import os
 import random
-import shutil
 import signal
-import subprocess
 import time
 
-import accessible
 import hosts
-from accessible import ScreenReader
-from desk import SETTINGS, STRIP, Desk
-from desk_case import DeskTest, main
-from item import BUILD, Shown
+from desk import SETTINGS, STRIP
+from desk_case import DeskTest, main, story
+from item import Shown
 from session import until
 
 SEED = 20
@@ -24,17 +20,12 @@ LONGEST_LIFE = 0.15  # seconds from an operation to the end of the process
 
 
 class KilledWindowsTest(DeskTest):
-    @classmethod
-    def make_desk(cls):
-        return Desk(hears_programs=True)
+    hears_programs = True
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.reader = ScreenReader(cls.desk.session)
-        cls.addClassCleanup(cls.reader.close)
-        story = json.loads(subprocess.check_output([os.path.join(BUILD, "thermopix_settings_story"), "1", "1"]))
-        cls.pets = {step["name"]: step["settings"]["pet"] for step in story["steps"]
+        cls.pets = {step["name"]: step["settings"]["pet"] for step in story("1", "1")["steps"]
                     if step["identifier"].startswith("prefs.pet.")}
 
     def chosen_pet(self):
@@ -59,16 +50,13 @@ class KilledWindowsTest(DeskTest):
             self.desk.wait_until_gone(SETTINGS)
             self.assertIn(self.desk.settings(), (before, {**before, "pet": self.pets[name]}))
             self.assertTrue(self.program.is_running())
-            self.assertTrue(any(window.title.startswith(READING) for window in self.desk.windows()), "the strip")
+            until(lambda: any(window.title.startswith(READING) for window in self.desk.windows()), "the strip")
 
 
 class MissingWindowsTest(DeskTest):
     """With a tray, which does not need them."""
 
-    @classmethod
-    def make_desk(cls):
-        cls.host = hosts.XfcePanel()
-        return Desk(cls.host)
+    make_host = hosts.XfcePanel
 
     @classmethod
     def setUpClass(cls):
@@ -110,5 +98,4 @@ class MissingWindowsTest(DeskTest):
 
 
 if __name__ == "__main__":
-    main(*([] if accessible.is_installed() else ["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]),
-         *(tool for tool in hosts.XfcePanel.programs if not shutil.which(tool)))
+    main(*hosts.XfcePanel.programs, hears_programs=True)

@@ -24,9 +24,8 @@ MENU = ("Comfy — 57°C", "Perfectly comfortable.", "CPU · hottest of 5 sensor
 MENU_WITHOUT_PET = ("57°C", *MENU[2:])
 
 
-def missing_programs(host):
-    tools = ("Xvfb", "dbus-daemon", "setpriv", "xdotool", "import", *host.programs)
-    return [tool for tool in tools if not shutil.which(tool)]
+def missing_programs(programs):
+    return [tool for tool in ("Xvfb", "dbus-daemon", "setpriv", "xdotool", "import", *programs) if not shutil.which(tool)]
 
 
 @dataclass(frozen=True)

@@ -2,7 +2,8 @@
 
 Runs inside the session, with Debian's own Python. Each line of standard input is a request, answered with one line:
 {"see": TITLE} with the elements of the program's windows of this title, outermost first, and {"do": ACTION, "on": KEY}
-with whether the element took the action, or {"where": KEY} with its left, top, width and height. Null where the program changed something in the meantime.
+with whether the element took the action, or {"where": KEY} with its left, top, width and height. Null where the
+program changed something in the meantime.
 """
 
 import json
@@ -29,7 +30,7 @@ class Reader:
     def __init__(self):
         switch_on()
         Atspi.init()
-        Atspi.set_timeout(20000, 20000)
+        Atspi.set_timeout(60000, 60000)
         self.elements = {}
 
     def see(self, title):

@@ -1,32 +1,21 @@
 #!/usr/bin/env python3
 """The windows with assistive technology alone: settings_test.py. Status 77 where that is not installed."""
 
-import json
-import os
-import shutil
-import subprocess
-
-import accessible
 import hosts
-from accessible import ACTIONS, ScreenReader, content
-from desk_case import DeskTest, main
-from item import BUILD, Item, Shown
+from accessible import ACTIONS, content
+from desk_case import DeskTest, main, story
+from item import Item, Shown
 from session import until
-from desk import ABOUT, SETTINGS, Desk, version
+from desk import ABOUT, SETTINGS, version
 
 
 class SettingsTest(DeskTest):
-    @classmethod
-    def make_desk(cls):
-        return Desk(hears_programs=True)
+    hears_programs = True
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.reader = ScreenReader(cls.desk.session)
-        cls.addClassCleanup(cls.reader.close)
-        story = subprocess.check_output([os.path.join(BUILD, "thermopix_settings_story"), *version()])
-        cls.story = json.loads(story)
+        cls.story = story(*version())
 
     def open(self):
         self.start("--uitest-show-preferences", "--uitest-fake-sensor")
@@ -42,18 +31,11 @@ class SettingsTest(DeskTest):
             self.reader.do(SETTINGS, ACTIONS[step["how"]], lambda found: found.kind in kinds and
                            found.name == step["name"])
 
-    def assert_window_says(self, expected, step):
-        wanted = [{key: value for key, value in element.items() if key != "identifier"} for element in expected]
+    def assert_becomes(self, ask, wanted, step):
         try:
-            until(lambda: content(self.reader.see(SETTINGS)) == wanted, "the window to say what the story tells")
+            until(lambda: ask() == wanted, "what the story tells")
         except AssertionError:
-            self.assertEqual(content(self.reader.see(SETTINGS)), wanted, f"after {step['identifier']} {step['item']}")
-
-    def assert_stored(self, expected, step):
-        try:
-            until(lambda: self.desk.settings() == expected, "the stored settings to be what the story tells")
-        except AssertionError:
-            self.assertEqual(self.desk.settings(), expected, f"after {step['identifier']} {step['item']}")
+            self.assertEqual(ask(), wanted, f"after {step['identifier']} {step['item']}")
 
     def test_each_control_is_found_by_role_and_name_and_changes_its_setting_and_the_window(self):
         self.open()
@@ -62,8 +44,10 @@ class SettingsTest(DeskTest):
             if step["identifier"]:
                 self.operate(step)
                 operated.add(step["identifier"])
-            self.assert_stored(step["settings"], step)
-            self.assert_window_says(step["elements"], step)
+            self.assert_becomes(self.desk.settings, step["settings"], step)
+            wanted = [{key: value for key, value in element.items() if key != "identifier"}
+                      for element in step["elements"]]
+            self.assert_becomes(lambda: content(self.reader.see(SETTINGS)), wanted, step)
         controls = {element["identifier"] for step in self.story["steps"] for element in step["elements"]
                     if element["kind"] in ("choice", "toggle", "picker", "button")}
         # The choices of a segmented picker are operated one by one, and told by the picker.
@@ -72,8 +56,7 @@ class SettingsTest(DeskTest):
 
     def test_preview_and_header_are_one_element_each(self):
         self.open()
-        spoken = self.reader.see(SETTINGS)
-        preview = next(element for element in spoken if element.name.startswith("Preview: "))
+        spoken, preview = self.reader.look(SETTINGS, lambda found: found.name.startswith("Preview: "))
         self.assertEqual([element for element in spoken if element.parent == preview.key], [])
 
     def test_quit_button_ends_the_program(self):
@@ -94,27 +77,22 @@ class SettingsTest(DeskTest):
         strip = "61 degrees Celsius, comfy"
         self.reader.do(strip, "Press", lambda found: found.kind == "button")
         self.reader.do(strip, "Press", lambda found: found.kind == "item" and found.name == "Ghost")
-        until(lambda: (self.desk.settings() or {}).get("pet") == "ghost", "the ghost among the settings")
+        self.assert_stored("pet", "ghost")
         until(lambda: {element.kind for element in self.reader.see(strip)} == {"button"}, "a strip without a menu")
 
     def test_window_is_a_frame_to_assistive_technology(self):
         self.open()
-        self.assertEqual(self.reader.see(SETTINGS)[0].role, "frame")
+        self.assertEqual(self.reader.look(SETTINGS)[1].role, "frame")
 
 
 class TrayTest(DeskTest):
     """With a panel, and the program in its tray."""
 
-    @classmethod
-    def make_desk(cls):
-        cls.host = hosts.XfcePanel(hears_programs=True)
-        return Desk(cls.host)
+    hears_programs = True
 
     @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.reader = ScreenReader(cls.desk.session)
-        cls.addClassCleanup(cls.reader.close)
+    def make_host(cls):
+        return hosts.XfcePanel(hears_programs=True)
 
     def chosen(self):
         return {element.name for element in self.reader.see(SETTINGS) if element.kind == "choice" and
@@ -128,9 +106,8 @@ class TrayTest(DeskTest):
         until(lambda: {"Celsius (°C)", "Readout"} <= self.chosen(), "the choices of the window")
         item.choose(Shown(), "Fahrenheit")
         until(lambda: {"Fahrenheit (°F)", "Readout"} <= self.chosen(), "the choice of the menu in the window")
-        until(lambda: self.desk.settings()["unit"] == "fahrenheit", "the choice among the settings")
+        self.assert_stored("unit", "fahrenheit")
 
 
 if __name__ == "__main__":
-    main(*([] if accessible.is_installed() else ["python3-gi, gir1.2-atspi-2.0, at-spi2-core"]),
-         *(tool for tool in hosts.XfcePanel.programs if not shutil.which(tool)))
+    main(*hosts.XfcePanel.programs, hears_programs=True)

@@ -1,24 +1,24 @@
 #!/usr/bin/env python3
 """The program in the tray of a real desktop: tray_test.py HOST. Status 77 when the host is not installed."""
 
-import os
 import sys
 import unittest
 
 import hosts
-from item import BUILD, MENU, MENU_WITHOUT_PET, Item, Shown, missing_programs
+from desk_case import SessionTest, end_without
+from item import MENU, MENU_WITHOUT_PET, Item, Shown
 from session import until
 
-SKIPPED = 77
+HOST = {host.name: host for host in hosts.HOSTS}[sys.argv.pop(1)]
 
 
-class TrayTest(unittest.TestCase):
-    host_class = None
-    last_screen = None
+class TrayTest(SessionTest):
+    subject = HOST.name
 
     @classmethod
     def setUpClass(cls):
-        cls.host = cls.host_class()
+        cls.host = HOST()
+        cls.session = cls.host.session
         cls.addClassCleanup(cls.host.close)
 
     def start(self, **settings):
@@ -26,23 +26,9 @@ class TrayTest(unittest.TestCase):
         self.addCleanup(self.end)
         self.addCleanup(self.photograph)
 
-    def photograph(self):
-        self.last_screen = self.host.session.screen()
-
     def end(self):
         status = self.item.end()
         self.assertEqual(status, 0, self.item.process.output())
-
-    def run(self, result=None):
-        """What was on the screen and what the programs said stays behind when a test fails."""
-        before = len(result.failures) + len(result.errors)
-        super().run(result)
-        if len(result.failures) + len(result.errors) > before and self.last_screen:
-            picture = os.path.join(BUILD, f"desktop-{self.host.name}-{self._testMethodName}.png")
-            self.last_screen.save(picture)
-            print(f"the screen: {picture}", file=sys.stderr)
-            for process in self.host.session.processes:
-                print(f"--- {process.name}\n{process.output()[-2000:]}", file=sys.stderr)
 
     def test_item_stands_in_the_middle_of_the_bar_pixel_for_pixel_and_leaves_with_the_program(self):
         shown = Shown()
@@ -95,16 +81,6 @@ class TrayTest(unittest.TestCase):
         self.item.wait_for(Shown())
 
 
-def main():
-    host = next(host for host in hosts.HOSTS if host.name == sys.argv[1])
-    missing = missing_programs(host)
-    if missing:
-        print(f"not installed: {', '.join(missing)}")
-        return 1 if os.environ.get("THERMOPIX_REQUIRE_DESKTOP") == "1" else SKIPPED
-    TrayTest.host_class = host
-    tests = unittest.defaultTestLoader.loadTestsFromTestCase(TrayTest)
-    return 0 if unittest.TextTestRunner(verbosity=2).run(tests).wasSuccessful() else 1
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    end_without(*HOST.programs)
+    unittest.main(verbosity=2)

@@ -141,9 +141,9 @@ class Tree:
             cwd=self.clone, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.DEVNULL, text=True, start_new_session=True)
 
-    def has_subcommand(self, name):
+    def has_subcommand(self, name, option=""):
         usage = (self.root / "dev").read_text()
-        return re.search(rf"^  {re.escape(name)}\b", usage, re.MULTILINE) is not None
+        return re.search(rf"^  {re.escape(name)}\b.*{re.escape(option)}", usage, re.MULTILINE) is not None
 
 
 def matches(shown, printed):

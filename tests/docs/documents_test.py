@@ -162,6 +162,7 @@ $ true
         for name, command in wrong.items():
             ask = not_run.has_files("frobnicate") if name == "missing" else getattr(not_run, name)
             self.assertIn("frobnicate", ask(self.tree, command) or "")
+        self.assertIn("frobnicate", not_run.knows_dev_command(self.tree, "./dev test --frobnicate"))
 
     def test_a_block_of_an_unknown_kind(self):
         self.assert_found("```bash\ntrue\n```\n", "a block of bash")

@@ -8,8 +8,11 @@ from documents import NotRun, RunsOn
 
 
 def knows_dev_command(tree, command):
-    name = shlex.split(command)[1]
-    return None if tree.has_subcommand(name) else f"./dev knows no {name}"
+    name, *rest = shlex.split(command)[1:]
+    for option in ("", *(word for word in rest if word.startswith("--"))):
+        if not tree.has_subcommand(name, option):
+            return f"./dev knows no {name} {option}"
+    return None
 
 
 def knows_fuzzer(tree, command):
@@ -60,6 +63,9 @@ TABLE = {
     "thermopix --terminal": RunsOn("57 degrees Celsius, comfy"),
     "./dev run": NotRun(STAYS, knows_dev_command),
     "./dev test": NotRun(MINUTES, knows_dev_command),
+    "./dev test --all": NotRun(MINUTES, knows_dev_command),
+    "./dev test --stress": NotRun(MINUTES, knows_dev_command),
+    "./dev test --stress 20 -R \"desktop: strip\"": NotRun(MINUTES, knows_dev_command),
     "./dev test -L pixels": NotRun(MINUTES, knows_label),
     "./dev test Smoother": NotRun(MINUTES, knows_dev_command),
     "ctest --test-dir build/release -L base": NotRun("is the one that runs this test", knows_label),

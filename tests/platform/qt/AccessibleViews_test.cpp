@@ -115,7 +115,7 @@ TEST_F(Accessibility, ObeysPressOnRowsAndButtons) {
     openPane("about");
     act("prefs.quit", QAccessibleActionInterface::pressAction());
     // The toolkit shows a push button pressed for a moment.
-    (void)QTest::qWaitFor([this] { return !events.empty(); });
+    (void)QTest::qWaitFor([this] { return !events.empty(); }, 60'000);
     EXPECT_EQ(events, (Events{{"prefs.quit", ""}}));
 }
 

@@ -17,6 +17,7 @@
 namespace thermopix {
 namespace {
 
+constexpr int patience = 60'000;  // milliseconds; a guard against hanging
 constexpr WindowId settings = 7;
 const WindowDescription description{"Thermopix Settings", 300, 200, "prefs.window"};
 
@@ -97,7 +98,7 @@ protected:
         return result;
     }
     bool waitUntilFinished() {
-        return QTest::qWaitFor([this] { return finished > 0; });
+        return QTest::qWaitFor([this] { return finished > 0; }, patience);
     }
 
     std::vector<WindowEvent> told;
@@ -194,12 +195,12 @@ TEST_F(Windows, StaysInTheTaskbarWithoutAWindowWhileItIsARegularProgram) {
     show();
     ask(SetActivationPolicy{ActivationPolicy::regular});
     window().close();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return process->taskbarEntry() != nullptr; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return process->taskbarEntry() != nullptr; }, patience));
     EXPECT_TRUE(process->taskbarEntry()->isMinimized());
     EXPECT_EQ(finished, 0);
     told.clear();
     process->taskbarEntry()->setWindowState(Qt::WindowNoState);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return process->taskbarEntry()->isMinimized(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return process->taskbarEntry()->isMinimized(); }, patience));
     EXPECT_EQ(lines(), linesOf({Reopened{}}));
     ask(ShowWindow{settings, description});
     EXPECT_EQ(process->taskbarEntry(), nullptr);

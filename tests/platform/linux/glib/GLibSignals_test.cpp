@@ -26,7 +26,7 @@ TEST_P(GLibSignalsTest, TheHandlerRunsOnTheMainLoopEachTime) {
     });
     std::raise(GetParam());
     EXPECT_EQ(count, 0) << "Nothing runs inside the signal itself";
-    auto deadline = loop.oneShot(10s, [&] { loop.quit(); });
+    auto deadline = loop.oneShot(60s, [&] { loop.quit(); });
     loop.run();
     EXPECT_EQ(count, 2);
 }
@@ -49,7 +49,7 @@ TEST(GLibSignals, AnObserverMayEndInsideItsOwnHandler) {
         loop.quit();
     });
     std::raise(SIGWINCH);
-    auto deadline = loop.oneShot(10s, [&] { loop.quit(); });
+    auto deadline = loop.oneShot(60s, [&] { loop.quit(); });
     loop.run();
     EXPECT_FALSE(observer.isActive());
 }

@@ -216,7 +216,7 @@ TEST_F(TerminalStatusBarTest, AResizeIsFollowedAtOnceAndLeavesNoTraces) {
     const auto resizeTo = [&](unsigned short columns, unsigned short rows) {
         terminal.resize(columns, rows);
         std::raise(SIGWINCH);
-        auto deadline = loop.oneShot(10s, [&] { loop.quit(); });
+        auto deadline = loop.oneShot(60s, [&] { loop.quit(); });
         std::string bytes;
         while (bytes.empty() && deadline.isActive()) {
             g_main_context_iteration(nullptr, TRUE);

@@ -44,7 +44,7 @@ std::int64_t TestBus::sentMessages() const {
 bool runUntil(const std::function<bool()>& condition) {
     // The tick wakes the loop for conditions that serve the context themselves.
     constexpr guint tickInMilliseconds = 5;
-    constexpr int patienceInTicks = 4000;
+    constexpr int patienceInTicks = 24000;
     int ticks = 0;
     const GSourceHandle tick(g_timeout_source_new(tickInMilliseconds));
     g_source_set_callback(
