@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "diagnostics/AcceptanceSelfTest.h"
-#include "diagnostics/Golden.h"
 #include "diagnostics/ReportPlatform.h"
 #include "diagnostics/SensorDump.h"
+#include "fakes/Golden.h"
 #include "fakes/RecordingOutput.h"
 #include "fakes/TestFiles.h"
 #include "platform/linux/machine/LinuxSystemInformation.h"
@@ -69,13 +69,13 @@ protected:
 TEST_P(FixtureMachines, HaveThisSensorReport) {
     const auto status = SensorDump::run(platform, output);
     EXPECT_EQ(status == 0, output.text().find("No thermal sensor could be read.") == std::string::npos);
-    expectGolden(GetParam() + ".sensors.txt", output.text());
+    expectGolden("diagnostics/golden/" + GetParam() + ".sensors.txt", output.text());
 }
 
 TEST_P(FixtureMachines, HaveThisSelfTestReport) {
     const auto status = AcceptanceSelfTest::run(platform, output);
     EXPECT_EQ(output.lines.back() == "PASSED", status == 0);
-    expectGolden(GetParam() + ".selftest.txt", output.text());
+    expectGolden("diagnostics/golden/" + GetParam() + ".selftest.txt", output.text());
 }
 
 std::string caseName(const testing::TestParamInfo<std::string>& info) {

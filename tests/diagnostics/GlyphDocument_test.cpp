@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/Golden.h"
+#include "fakes/Golden.h"
 
 namespace thermopix {
 namespace {
@@ -20,7 +20,7 @@ Json document() {
 }
 
 TEST(GlyphDocumentTest, IsThisText) {
-    expectGolden("glyphs.json", glyphDocument());
+    expectGolden("diagnostics/golden/glyphs.json", glyphDocument());
 }
 
 TEST(GlyphDocumentTest, IsTheSameEachTime) {

@@ -8,10 +8,10 @@
 #include <string>
 
 #include "diagnostics/AcceptanceSelfTest.h"
-#include "diagnostics/Golden.h"
 #include "diagnostics/ReportPlatform.h"
 #include "diagnostics/SensorDump.h"
 #include "diagnostics/Services.h"
+#include "fakes/Golden.h"
 #include "fakes/RecordingOutput.h"
 
 namespace thermopix {
@@ -113,12 +113,12 @@ protected:
 
 TEST_P(ScriptedMachines, HaveThisSensorReport) {
     EXPECT_EQ(SensorDump::run(platform, output), GetParam().dumpStatus);
-    expectGolden("scripted/" + GetParam().name + ".sensors.txt", output.text());
+    expectGolden("diagnostics/golden/scripted/" + GetParam().name + ".sensors.txt", output.text());
 }
 
 TEST_P(ScriptedMachines, HaveThisSelfTestReport) {
     EXPECT_EQ(AcceptanceSelfTest::run(platform, output), GetParam().selfTestStatus);
-    expectGolden("scripted/" + GetParam().name + ".selftest.txt", output.text());
+    expectGolden("diagnostics/golden/scripted/" + GetParam().name + ".selftest.txt", output.text());
 }
 
 std::string caseName(const testing::TestParamInfo<Machine>& info) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/TemporaryFolder.h"
 #include "fakes/TestFiles.h"
 #include "program/Program.h"
 
@@ -20,18 +21,12 @@ std::string machineTree(const std::string& machine) {
 
 class HeadlessModesTest : public testing::Test {
 protected:
-    HeadlessModesTest() {
-        std::string pattern = (fs::temp_directory_path() / "thermopix-program-XXXXXX").string();
-        home = mkdtemp(pattern.data());
-    }
-    ~HeadlessModesTest() override { fs::remove_all(home); }
-
     // No bus, no display: nothing but a home and a machine.
     [[nodiscard]] Program::Environment on(const std::string& machine) const {
-        return {{"HOME", home.string()}, {"THERMOPIX_SYSFS_ROOT", machineTree(machine)}};
+        return {{"HOME", home.path().string()}, {"THERMOPIX_SYSFS_ROOT", machineTree(machine)}};
     }
 
-    fs::path home;
+    TemporaryFolder home;
 };
 
 TEST_F(HeadlessModesTest, ReportsTheSensorsOfALaptop) {
@@ -68,7 +63,7 @@ TEST_F(HeadlessModesTest, PrefersTheSensorReportToEveryOtherMode) {
 }
 
 TEST_F(HeadlessModesTest, ExportsTwentyOneFiles) {
-    const auto folder = home / "deep" / "export";
+    const auto folder = home.path() / "deep" / "export";
     const auto result = Program::run({"--export-web-assets", folder.string()}, on("virtual-machine"));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "wrote glyphs.json and 20 PNGs to " + folder.string() + "\n");
@@ -82,12 +77,12 @@ TEST_F(HeadlessModesTest, SaysWhenItCannotExport) {
 }
 
 TEST_F(HeadlessModesTest, CapturesAMachineThatPassesTheSelfTest) {
-    const auto folder = home / "captured";
+    const auto folder = home.path() / "captured";
     const auto result = Program::run({"--capture-sensors", folder.string()}, on("intel-laptop"));
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.output.starts_with("captured ")) << result.output;
-    const auto replayed =
-        Program::run({"--acceptance-selftest"}, {{"HOME", home.string()}, {"THERMOPIX_SYSFS_ROOT", folder.string()}});
+    const auto replayed = Program::run({"--acceptance-selftest"},
+                                       {{"HOME", home.path().string()}, {"THERMOPIX_SYSFS_ROOT", folder.string()}});
     EXPECT_TRUE(replayed.output.ends_with("\nPASSED\n")) << replayed.output;
     const auto again = Program::run({"--capture-sensors", folder.string()}, on("intel-laptop"));
     EXPECT_EQ(again.status, 1);
@@ -109,7 +104,7 @@ TEST_F(HeadlessModesTest, LeavesNoSettingsBehind) {
         const auto result = Program::run({mode}, on("intel-laptop"));
         EXPECT_EQ(result.status, 0) << mode;
     }
-    EXPECT_TRUE(fs::is_empty(home));
+    EXPECT_TRUE(fs::is_empty(home.path()));
 }
 
 class TerminalModeTest : public HeadlessModesTest {};
@@ -159,7 +154,7 @@ TEST_F(TerminalModeTest, WritesTheWholeRecordOfSettingsAtLaunch) {
     EXPECT_TRUE(program.waitForOutput("degrees Celsius")) << program.errors();
     program.signal(SIGTERM);
     EXPECT_EQ(program.finish().status, 0);
-    EXPECT_TRUE(fs::exists(home / ".config" / "thermopix" / "preferences.v1"));
+    EXPECT_TRUE(fs::exists(home.path() / ".config" / "thermopix" / "preferences.v1"));
 }
 
 TEST_F(TerminalModeTest, KeepsToTheSuiteOfAnInterfaceTest) {
@@ -167,8 +162,8 @@ TEST_F(TerminalModeTest, KeepsToTheSuiteOfAnInterfaceTest) {
     EXPECT_TRUE(program.waitForOutput("61 degrees Celsius, comfy\n")) << program.output() << program.errors();
     program.signal(SIGTERM);
     EXPECT_EQ(program.finish().status, 0);
-    EXPECT_TRUE(fs::exists(home / ".config" / "thermopix" / "suites" / "trial" / "preferences.v1"));
-    EXPECT_FALSE(fs::exists(home / ".config" / "thermopix" / "preferences.v1"));
+    EXPECT_TRUE(fs::exists(home.path() / ".config" / "thermopix" / "suites" / "trial" / "preferences.v1"));
+    EXPECT_FALSE(fs::exists(home.path() / ".config" / "thermopix" / "preferences.v1"));
 }
 
 }  // namespace

@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "fakes/FakePlatform.h"
-#include "fakes/TestFiles.h"
+#include "fakes/Golden.h"
 #include "settings/PetRow.h"
 #include "settings/SettingsSidebar.h"
 #include "settings/StatusBarPreview.h"
@@ -21,16 +18,8 @@ namespace {
 constexpr Display comfy{
     .value = 52, .unit = TemperatureUnit::celsius, .pressure = {}, .isHot = false, .mood = PetMood::content};
 
-// The pane as it was approved; THERMOPIX_UPDATE_GOLDEN=1 approves what it is now.
-void expectGolden(const std::string& name, const ViewNode& node) {
-    const std::string path = testFile("settings/golden") / (name + ".txt");
-    const std::string actual = outline(node);
-    if (std::getenv("THERMOPIX_UPDATE_GOLDEN") != nullptr) {
-        std::ofstream(path) << actual;
-    }
-    std::ostringstream expected;
-    expected << std::ifstream(path).rdbuf();
-    EXPECT_EQ(actual, expected.str()) << path;
+void expectPane(const std::string& name, const ViewNode& pane) {
+    expectGolden("settings/golden/" + name + ".txt", outline(pane));
 }
 
 const ViewNode* find(const ViewNode& node, const std::string& identifier) {
@@ -70,7 +59,7 @@ std::vector<const ViewNode*> pixelImages(const ViewNode& node) {
 }
 
 TEST(ReadoutPane, IsAsApproved) {
-    expectGolden("readout-default", Panes::readout(Preferences{}, comfy, false));
+    expectPane("readout-default", Panes::readout(Preferences{}, comfy, false));
 }
 
 TEST(ReadoutPane, IsAsApprovedWithEveryOtherChoice) {
@@ -84,7 +73,7 @@ TEST(ReadoutPane, IsAsApprovedWithEveryOtherChoice) {
                       .pressure = ThermalPressure::serious,
                       .isHot = true,
                       .mood = PetMood::scorching};
-    expectGolden("readout-other", Panes::readout(preferences, hot, false));
+    expectPane("readout-other", Panes::readout(preferences, hot, false));
 }
 
 TEST(ReadoutPane, HidesThePetInEveryPreviewAtOnceWhenNoPetIsChosen) {
@@ -177,16 +166,16 @@ TEST(PetRow, BlinksOnlyTheChosenPetsPresentMood) {
 }
 
 TEST(GeneralPane, IsAsApproved) {
-    expectGolden("general-default", Panes::general(Preferences{}));
+    expectPane("general-default", Panes::general(Preferences{}));
 }
 
 TEST(GeneralPane, IsAsApprovedWithEveryOtherChoice) {
-    expectGolden("general-other", Panes::general({.source = SensorSource::hottest,
-                                                  .refreshInterval = RefreshInterval::thirtySeconds,
-                                                  .openAtLogin = true,
-                                                  .showPreferencesOnLaunch = true,
-                                                  .showInDock = true,
-                                                  .checkForUpdatesAutomatically = false}));
+    expectPane("general-other", Panes::general({.source = SensorSource::hottest,
+                                                .refreshInterval = RefreshInterval::thirtySeconds,
+                                                .openAtLogin = true,
+                                                .showPreferencesOnLaunch = true,
+                                                .showInDock = true,
+                                                .checkForUpdatesAutomatically = false}));
 }
 
 TEST(GeneralPane, ExplainsTheChosenSource) {
@@ -207,7 +196,7 @@ TEST(Sidebar, SelectsOneRowAndHoversOverTheOthers) {
 }
 
 TEST(Sidebar, IsAsApproved) {
-    expectGolden("sidebar", settingsSidebar(Pane::readout, "1.2", 28));
+    expectPane("sidebar", settingsSidebar(Pane::readout, "1.2", 28));
 }
 
 class AboutPaneTest : public testing::Test {
@@ -223,12 +212,12 @@ protected:
 };
 
 TEST_F(AboutPaneTest, IsAsApproved) {
-    expectGolden("about-twelve-sensors", pane({"--uitest-fake-sensor"}));
+    expectPane("about-twelve-sensors", pane({"--uitest-fake-sensor"}));
 }
 
 TEST_F(AboutPaneTest, SaysWhyThereIsNoReading) {
     platform.thermal.state = 2;
-    expectGolden("about-no-sensor", pane({}));
+    expectPane("about-no-sensor", pane({}));
     EXPECT_TRUE(says(Panes::about(*environment, platform.system), "Thermal state right now: Serious"));
 }
 

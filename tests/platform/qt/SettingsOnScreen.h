@@ -10,6 +10,7 @@
 
 #include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/Printing.h"
 #include "platform/qt/views/ViewWalker.h"
 #include "settings/PreferencesView.h"
 
