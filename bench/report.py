@@ -55,9 +55,6 @@ class Report:
         row.verdict = "" if not kept else "kept" if all(kept) else "BROKEN"
         self.sections[-1][1].append(row)
 
-    def skip(self, what, why):
-        self.sections[-1][1].append(Row(what, f"not measured: {why}"))
-
     def rows(self):
         return [row for _, rows in self.sections for row in rows]
 
@@ -65,8 +62,7 @@ class Report:
         return [row for row in self.rows() if row.verdict == "BROKEN"]
 
     def text(self):
-        measured = [row for row in self.rows() if not row.figure.startswith("not measured")]
-        widths = [max(len(cells(row)[i]) for row in [COLUMNS, *measured]) for i in range(6)]
+        widths = [max(len(cells(row)[i]) for row in [COLUMNS, *self.rows()]) for i in range(6)]
 
         def line(row):
             return "  ".join(text.ljust(width) for text, width in zip(cells(row), widths)).rstrip()
