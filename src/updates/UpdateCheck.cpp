@@ -75,11 +75,11 @@ std::optional<UpdateCheck::OwnPackage> UpdateCheck::ownPackage(const ListedPacka
 
 void UpdateCheck::askForUpdates(PackageService::Outcome outcome) {
     if (outcome == PackageService::Outcome::noService) {
-        conclude(NobodyToAsk());
+        conclude(NotKnownHere{UpdateOrigin::package});
     } else if (outcome == PackageService::Outcome::failed) {
         conclude(CheckFailed{"the package service cannot say what is installed"});
     } else if (!installed_) {
-        conclude(NotFromPackage());
+        conclude(NotKnownHere{UpdateOrigin::elsewhere});
     } else {
         step_ = service_.listUpdates(
             [this](const ListedPackage& listed) {

@@ -43,7 +43,7 @@ void UpdateController::setAutomaticallyChecksForUpdates(bool checks) {
 
 void UpdateController::checkForUpdates() {
     if (origin_ != UpdateOrigin::package) {
-        answer(noticeOfOrigin(origin_));
+        tell(NotKnownHere{origin_});
         return;
     }
     userWaits_ = true;
@@ -72,27 +72,19 @@ void UpdateController::conclude(const UpdateVerdict& verdict) {
         services_.log.diag(category, fmt::format("the check for updates failed: {}", failed->reason));
     }
     const auto* update = std::get_if<UpdateAvailable>(&verdict);
-    if (update != nullptr && (userWaited || update->version != memory_.announcedVersion())) {
-        announce(*update);
-    } else if (userWaited) {
-        answer(noticeOf(verdict));
+    if (userWaited || (update != nullptr && update->version != memory_.announcedVersion())) {
+        tell(verdict);
     }
 }
 
-void UpdateController::announce(const UpdateAvailable& update) {
-    const auto notice = noticeOf(update);
-    services_.log.diag(category, notice.title);
-    services_.notices.show(notice, [this, version = update.version](bool wasShown) {
-        if (wasShown) {
-            memory_.setAnnouncedVersion(version);
-        }
-    });
-}
-
-void UpdateController::answer(const UserNotice& notice) {
-    services_.notices.show(notice, [this, text = fmt::format("{}: {}", notice.title, notice.body)](bool wasShown) {
+void UpdateController::tell(const UpdateVerdict& verdict) {
+    services_.notices.show(noticeOf(verdict), [this, verdict](bool wasShown) {
+        const auto* update = std::get_if<UpdateAvailable>(&verdict);
         if (!wasShown) {
-            services_.log.diag(category, text);
+            const auto notice = noticeOf(verdict);
+            services_.log.diag(category, fmt::format("{}: {}", notice.title, notice.body));
+        } else if (update != nullptr) {
+            memory_.setAnnouncedVersion(update->version);
         }
     });
 }

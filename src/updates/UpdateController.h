@@ -36,8 +36,7 @@ private:
     void checkIfDue();
     void startCheck();
     void conclude(const UpdateVerdict& verdict);
-    void announce(const UpdateAvailable& update);
-    void answer(const UserNotice& notice);
+    void tell(const UpdateVerdict& verdict);
 
     UpdateOrigin origin_;
     Services services_;

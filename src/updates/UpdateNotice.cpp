@@ -25,6 +25,18 @@ std::string timeAgo(std::chrono::seconds age) {
     return hours < 48 ? fmt::format("{} hours ago", hours) : fmt::format("{} days ago", hours / 24);
 }
 
+std::string_view wayOf(UpdateOrigin origin) {
+    switch (origin) {
+        case UpdateOrigin::package:
+            return "with your system's updates";
+        case UpdateOrigin::flatpak:
+            return "with Flatpak's updates";
+        case UpdateOrigin::elsewhere:
+            break;
+    }
+    return "from where it was installed from";
+}
+
 struct Teller {
     UserNotice operator()(const UpToDate& verdict) const {
         return {.title = "You're up to date",
@@ -43,9 +55,11 @@ struct Teller {
             .button = UserNotice::Button{"Show in Software Centre", fmt::format("appstream:{}", AppInfo::identifier)}};
     }
 
-    UserNotice operator()(const NotFromPackage& /*verdict*/) const { return noticeOfOrigin(UpdateOrigin::elsewhere); }
-
-    UserNotice operator()(const NobodyToAsk& /*verdict*/) const { return noticeOfOrigin(UpdateOrigin::package); }
+    UserNotice operator()(const NotKnownHere& verdict) const {
+        return {.title = fmt::format("{} does not update itself", AppInfo::name),
+                .body = fmt::format("New versions come {}.", wayOf(verdict.origin)),
+                .isAnswer = true};
+    }
 
     UserNotice operator()(const CheckFailed& /*verdict*/) const {
         return {.title = "The check for updates failed",
@@ -54,28 +68,10 @@ struct Teller {
     }
 };
 
-std::string_view wayOf(UpdateOrigin origin) {
-    switch (origin) {
-        case UpdateOrigin::package:
-            return "with your system's updates";
-        case UpdateOrigin::flatpak:
-            return "with Flatpak's updates";
-        case UpdateOrigin::elsewhere:
-            break;
-    }
-    return "from where it was installed from";
-}
-
 }  // namespace
 
 UserNotice noticeOf(const UpdateVerdict& verdict) {
     return std::visit(Teller(), verdict);
-}
-
-UserNotice noticeOfOrigin(UpdateOrigin origin) {
-    return {.title = fmt::format("{} does not update itself", AppInfo::name),
-            .body = fmt::format("New versions come {}.", wayOf(origin)),
-            .isAnswer = true};
 }
 
 }  // namespace thermopix

@@ -7,8 +7,6 @@
 
 namespace thermopix {
 
-enum class UpdateOrigin { package, flatpak, elsewhere };
-
 /// Where new versions of this copy come from.
 struct UpdateSource {
     UpdateOrigin origin = UpdateOrigin::elsewhere;
@@ -18,8 +16,5 @@ struct UpdateSource {
 };
 
 [[nodiscard]] UserNotice noticeOf(const UpdateVerdict& verdict);
-
-/// The answer of a copy that has nobody to ask.
-[[nodiscard]] UserNotice noticeOfOrigin(UpdateOrigin origin);
 
 }  // namespace thermopix

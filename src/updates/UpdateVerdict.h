@@ -7,6 +7,9 @@
 
 namespace thermopix {
 
+/// Where new versions of a copy come from.
+enum class UpdateOrigin { package, flatpak, elsewhere };
+
 struct UpToDate {
     std::string version;
     /// How long ago the system looked for new versions; none where that is not known.
@@ -20,14 +23,10 @@ struct UpdateAvailable {
     friend bool operator==(const UpdateAvailable&, const UpdateAvailable&) = default;
 };
 
-/// The package is not installed: this copy came another way.
-struct NotFromPackage {
-    friend bool operator==(const NotFromPackage&, const NotFromPackage&) = default;
-};
-
-/// The system has no package service.
-struct NobodyToAsk {
-    friend bool operator==(const NobodyToAsk&, const NobodyToAsk&) = default;
+/// There was nobody to ask, or the copy is not from where it was asked for.
+struct NotKnownHere {
+    UpdateOrigin origin = UpdateOrigin::elsewhere;
+    friend bool operator==(const NotKnownHere&, const NotKnownHere&) = default;
 };
 
 struct CheckFailed {
@@ -37,6 +36,6 @@ struct CheckFailed {
 };
 
 /// How a check ended. Versions are in the packagers' words, short and printable.
-using UpdateVerdict = std::variant<UpToDate, UpdateAvailable, NotFromPackage, NobodyToAsk, CheckFailed>;
+using UpdateVerdict = std::variant<UpToDate, UpdateAvailable, NotKnownHere, CheckFailed>;
 
 }  // namespace thermopix

@@ -90,14 +90,14 @@ TEST_F(UpdateCheckTest, aProgramWhosePackageIsNotInstalledDidNotComeFromIt) {
                                       Packages{{1, "thermopix-windows;1.2;amd64;installed"}}}) {
         start();
         packages.answer(installed);
-        EXPECT_EQ(verdict, UpdateVerdict(NotFromPackage()));
+        EXPECT_EQ(verdict, UpdateVerdict(NotKnownHere{UpdateOrigin::elsewhere}));
     }
 }
 
 TEST_F(UpdateCheckTest, tellsASystemWithoutAServiceFromAServiceThatFails) {
     start();
     packages.answer({}, Outcome::noService);
-    EXPECT_EQ(verdict, UpdateVerdict(NobodyToAsk()));
+    EXPECT_EQ(verdict, UpdateVerdict(NotKnownHere{UpdateOrigin::package}));
     start();
     packages.answer({}, Outcome::failed);
     EXPECT_EQ(verdict, UpdateVerdict(CheckFailed{"the package service cannot say what is installed"}));

@@ -79,8 +79,7 @@ TEST_F(UpdateControllerTest, everyClickIsAnsweredOnceWhateverTheVerdict) {
                      "Thermopix 1.3 is available"}));
     EXPECT_EQ(log.lines,
               (Texts{"update: the check for updates failed: the package service cannot say what is installed",
-                     "update: the check for updates failed: the package service gave no answer",
-                     "update: Thermopix 1.3 is available", "update: Thermopix 1.3 is available"}));
+                     "update: the check for updates failed: the package service gave no answer"}));
 }
 
 TEST_F(UpdateControllerTest, clicksDuringACheckShareItsAnswer) {
@@ -110,7 +109,7 @@ TEST_F(UpdateControllerTest, aCopyThatIsNoPackageAsksNobodyAndStillAnswers) {
         controller->setAutomaticallyChecksForUpdates(true);
         EXPECT_TRUE(controller->automaticallyChecksForUpdates());
         controller->checkForUpdates();
-        EXPECT_EQ(notices.last, noticeOfOrigin(origin));
+        EXPECT_EQ(notices.last, noticeOf(NotKnownHere{origin}));
     }
     loop.advance(72h);
     EXPECT_TRUE(loop.scheduled.empty());

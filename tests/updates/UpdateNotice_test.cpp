@@ -48,13 +48,10 @@ TEST(UpdateNotice, whereNobodyCanBeAskedTheUserIsToldWhereNewVersionsComeFrom) {
     const auto notice = [](const std::string& body) {
         return UserNotice{.title = "Thermopix does not update itself", .body = body, .isAnswer = true};
     };
-    const auto withTheSystem = notice("New versions come with your system's updates.");
-    const auto fromElsewhere = notice("New versions come from where it was installed from.");
-    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::package), withTheSystem);
-    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::flatpak), notice("New versions come with Flatpak's updates."));
-    EXPECT_EQ(noticeOfOrigin(UpdateOrigin::elsewhere), fromElsewhere);
-    EXPECT_EQ(noticeOf(NobodyToAsk()), withTheSystem);
-    EXPECT_EQ(noticeOf(NotFromPackage()), fromElsewhere);
+    EXPECT_EQ(noticeOf(NotKnownHere{UpdateOrigin::package}), notice("New versions come with your system's updates."));
+    EXPECT_EQ(noticeOf(NotKnownHere{UpdateOrigin::flatpak}), notice("New versions come with Flatpak's updates."));
+    EXPECT_EQ(noticeOf(NotKnownHere{UpdateOrigin::elsewhere}),
+              notice("New versions come from where it was installed from."));
 }
 
 }  // namespace

@@ -2,39 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "FakePackageKit.h"
-#include "fakes/ManualMainLoop.h"
-#include "fakes/MemoryUserDefaults.h"
-#include "fakes/RecordingLog.h"
 #include "fakes/TemporaryFolder.h"
-#include "platform/linux/notifications/FakeNotificationService.h"
-#include "platform/linux/tray/TestBus.h"
 
 namespace thermopix {
 namespace {
-
-using namespace std::chrono_literals;
-
-TEST(LinuxUpdater, AsksThePackageServiceAndTellsTheUserUntilItEnds) {
-    ManualMainLoop loop;
-    RecordingLog log;
-    FakePackageKit daemon;
-    FakeNotificationService notifications({"body"});
-    GDBusConnection* const bus = TestBus::instance().session();
-    auto updater = std::make_unique<LinuxUpdater>(
-        UpdateSource{UpdateOrigin::package, "thermopix"},
-        LinuxUpdater::Services{loop, std::make_shared<MemoryUserDefaults>(), log, bus, bus});
-    updater->setAutomaticallyChecksForUpdates(true);
-    EXPECT_TRUE(updater->automaticallyChecksForUpdates());
-    updater->checkForUpdates();
-    ASSERT_TRUE(runUntil([&] { return notifications.shown.size() == 1; }));
-    EXPECT_EQ(notifications.shown[0].title, "You're up to date");
-    updater->checkForUpdates();
-    updater.reset();
-    settle(notifications.connection());
-    EXPECT_EQ(notifications.shown.size(), 1U);
-    EXPECT_EQ(loop.activeTimerCount(), 0U);
-}
 
 TEST(UpdateSource, IsThePackageOfTheBuildUnlessItIsAFlatpak) {
     const TemporaryFolder folder;
