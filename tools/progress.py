@@ -60,7 +60,7 @@ class Progress:
 def main():
     log, title, *command = sys.argv[1:]
     progress, rest = Progress(title, sys.stdout), b""
-    with open(log, "wb") as file, subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+    with open(log, "wb", buffering=0) as file, subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                                    stderr=subprocess.STDOUT) as child:
         while True:
             ready, _, _ = select.select([child.stdout], [], [], progress.interval)

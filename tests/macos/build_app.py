@@ -32,7 +32,7 @@ variables = preset("macos") | {
     "CMAKE_OBJCXX_FLAGS_RELEASE": "-O0",
 }
 if target == "x86_64":
-    variables |= {"CMAKE_PROJECT_INCLUDE": gate.HERE / "precompile.cmake",
+    variables |= {"THERMOPIX_PRECOMPILE": "ON",
                   "THERMOPIX_SPARKLE": folder / "frameworks" / "Sparkle.framework",
                   "THERMOPIX_FEED_URL": "https://updates.invalid/appcast.xml?a=1&b=2", "THERMOPIX_FEED_KEY": "key"}
 

@@ -27,9 +27,9 @@ def examine(*arguments):
 
 def check_dictionary(dictionary, updates):
     wanted = {
-        "CFBundleIdentifier": first(r' identifier = "(.*)"', gate.SOURCES / "app" / "AppInfo.h"),
+        "CFBundleIdentifier": first(r' identifier = "(.*)"', gate.SOURCES / "environment" / "AppInfo.h"),
         "CFBundleShortVersionString": first(r"^project\(thermopix VERSION ([\d.]+)", gate.ROOT / "CMakeLists.txt"),
-        "CFBundleName": first(r' name = "(.*)"', gate.SOURCES / "app" / "AppInfo.h"),
+        "CFBundleName": first(r' name = "(.*)"', gate.SOURCES / "environment" / "AppInfo.h"),
         "CFBundlePackageType": "APPL", "LSMinimumSystemVersion": MINIMUM_SYSTEM, "LSUIElement": True,
         "NSHighResolutionCapable": True, "NSPrincipalClass": "NSApplication",
     }
