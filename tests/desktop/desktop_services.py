@@ -12,6 +12,7 @@ NOTIFICATIONS = """<node><interface name="org.freedesktop.Notifications">
 <method name="Notify"><arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
 <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="as" direction="in"/>
 <arg type="a{sv}" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="out"/></method>
+<method name="GetCapabilities"><arg type="as" direction="out"/></method>
 </interface></node>"""
 
 APPEARANCE = """<node><interface name="org.freedesktop.portal.Settings">
@@ -21,13 +22,15 @@ APPEARANCE = """<node><interface name="org.freedesktop.portal.Settings">
 SCHEMES = {"dark": 1, "light": 2}
 
 
-def show_notification(parameters):
+def show_notification(method, parameters):
+    if method == "GetCapabilities":
+        return GLib.Variant("(as)", (["body"],))
     program, _, _, summary, body, *_ = parameters.unpack()
     print(json.dumps({"program": program, "summary": summary, "body": body}), flush=True)
     return GLib.Variant("(u)", (1,))
 
 
-def read_appearance(parameters):
+def read_appearance(_method, parameters):
     if parameters.unpack() != ("org.freedesktop.appearance", "color-scheme"):
         return None
     return GLib.Variant("(v)", (GLib.Variant("v", GLib.Variant("u", SCHEMES[sys.argv[2]])),))
@@ -43,8 +46,8 @@ SERVICES = {
 def main():
     name, path, interface, answer = SERVICES[sys.argv[1]]
 
-    def call(_bus, _sender, _path, _interface, _method, parameters, invocation):
-        reply = answer(parameters)
+    def call(_bus, _sender, _path, _interface, method, parameters, invocation):
+        reply = answer(method, parameters)
         if reply:
             invocation.return_value(reply)
         else:
