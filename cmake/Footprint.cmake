@@ -22,4 +22,6 @@ endfunction()
 function(thermopix_every_tick target)
     set_property(SOURCE ${ARGN} TARGET_DIRECTORY ${target} APPEND PROPERTY
         COMPILE_OPTIONS $<$<CONFIG:MinSizeRel>:-O2>)
+    # A precompiled header is optimised as the rest.
+    set_property(SOURCE ${ARGN} TARGET_DIRECTORY ${target} PROPERTY SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
