@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "platform/qt/SettingsOnScreen.h"
-#include "platform/qt/views/PopupPicker.h"
 #include "settings/ViewBuilding.h"
 
 namespace thermopix {
@@ -31,6 +30,10 @@ protected:
 
     void click(const std::string& identifier) { QTest::mouseClick(&find(identifier), Qt::LeftButton); }
     void press(const std::string& identifier, Qt::Key key) { QTest::keyClick(&find(identifier), key); }
+
+    [[nodiscard]] QMenu* openedMenu(const std::string& picker) {
+        return static_cast<QMenu*>(dynamic_cast<AccessibleElement&>(find(picker)).openedMenu());
+    }
 
     [[nodiscard]] QScrollBar& scrollBar() { return *host.findChild<QScrollArea*>()->verticalScrollBar(); }
 };
@@ -132,22 +135,21 @@ TEST_F(Walker, ChangesAPickerWithArrowsAndByTyping) {
 
 TEST_F(Walker, OpensAPickersMenuAndReportsWhatIsChosenThere) {
     openPane("general");
-    auto& picker = find<PopupPicker>("prefs.source");
     click("prefs.source");
-    QMenu* menu = picker.openedMenu();
+    const QPointer<QMenu> menu = openedMenu("prefs.source");
     ASSERT_NE(menu, nullptr);
     EXPECT_TRUE(menu->isVisible());
     ASSERT_EQ(menu->actions().size(), 6);
     EXPECT_TRUE(menu->actions().at(0)->isChecked());
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().at(3)).center());
     EXPECT_EQ(events, (Events{{"prefs.source", "hottest"}}));
-    EXPECT_FALSE(picker.openedMenu() != nullptr && picker.openedMenu()->isVisible());
+    EXPECT_FALSE(menu != nullptr && menu->isVisible());
 }
 
 TEST_F(Walker, ChoosesInAPickersMenuWithTheKeyboard) {
     openPane("general");
     press("prefs.source", Qt::Key_Space);
-    QMenu* menu = find<PopupPicker>("prefs.source").openedMenu();
+    QMenu* menu = openedMenu("prefs.source");
     ASSERT_NE(menu, nullptr);
     QTest::keyClick(menu, Qt::Key_Down);
     QTest::keyClick(menu, Qt::Key_Return);
@@ -237,12 +239,11 @@ TEST_F(Walker, StartsAnotherPaneAtItsTop) {
 
 TEST_F(Walker, KeepsAnOpenPickerOpenAndItsMarksTrue) {
     openPane("general");
-    auto& picker = find<PopupPicker>("prefs.source");
-    picker.showPopup();
-    const QPointer<QMenu> menu = picker.openedMenu();
+    click("prefs.source");
+    const QPointer<QMenu> menu = openedMenu("prefs.source");
     environment.store().set(&Preferences::source, SensorSource::soc);
     showView();
-    EXPECT_EQ(picker.openedMenu(), menu);
+    EXPECT_EQ(openedMenu("prefs.source"), menu);
     EXPECT_TRUE(menu->isVisible());
     EXPECT_TRUE(menu->actions().at(2)->isChecked());
     EXPECT_EQ(events, Events{});

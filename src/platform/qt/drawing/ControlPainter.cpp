@@ -12,6 +12,7 @@ namespace thermopix::ControlPainter {
 
 namespace {
 
+constexpr double cornerRadius = 6;
 constexpr double minimumHeight = 24;
 constexpr double labelPadding = 4;
 constexpr double outlineOpacity = 0.16;
@@ -24,20 +25,23 @@ double controlHeight(double labelHeight) {
     return std::max(minimumHeight, labelHeight + 2 * labelPadding);
 }
 
-void drawBezel(QPainter& painter, const QRectF& rectangle, const QPalette& palette, bool isPressed, bool showsFocus) {
+void drawGround(QPainter& painter, const QRectF& rectangle, double radius, const QPalette& palette, double outline) {
     const double line = 1 / painter.deviceTransform().m11();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(RoleColors::faded(ColorRole::primary, outlineOpacity, palette), line));
+    painter.setPen(QPen(RoleColors::faded(ColorRole::primary, outline, palette), line));
     painter.setBrush(RoleColors::button(palette));
-    const QRectF bezel = rectangle.adjusted(line / 2, line / 2, -line / 2, -line / 2);
-    painter.drawRoundedRect(bezel, cornerRadius, cornerRadius);
-    if (isPressed) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(RoleColors::faded(ColorRole::primary, pressedOpacity, palette));
-        painter.drawRoundedRect(bezel, cornerRadius, cornerRadius);
-    }
+    painter.drawRoundedRect(rectangle.adjusted(line / 2, line / 2, -line / 2, -line / 2), radius, radius);
     painter.restore();
+}
+
+void drawBezel(QPainter& painter, const QRectF& rectangle, const QPalette& palette, bool isPressed, bool showsFocus) {
+    drawGround(painter, rectangle, cornerRadius, palette, outlineOpacity);
+    if (isPressed) {
+        const double line = 1 / painter.deviceTransform().m11();
+        ViewPainter::fillRounded(painter, rectangle.adjusted(line / 2, line / 2, -line / 2, -line / 2), cornerRadius,
+                                 RoleColors::faded(ColorRole::primary, pressedOpacity, palette));
+    }
     if (showsFocus) {
         ViewPainter::drawFocusRing(painter, rectangle, cornerRadius,
                                    RoleColors::faded(ColorRole::accent, ringOpacity, palette));
@@ -45,12 +49,12 @@ void drawBezel(QPainter& painter, const QRectF& rectangle, const QPalette& palet
 }
 
 void drawLabel(QPainter& painter, const QRectF& rectangle, std::string_view text, const TextStyle& style,
-               const QPalette& palette, Qt::Alignment alignment, ColorRole role) {
-    const double height = TextLines::size(text, style, TextLines::Wrapping::oneLine, rectangle.width()).height;
+               const QPalette& palette, Qt::Alignment alignment) {
+    const double height = TextLines::size(text, style).height;
     const QRectF line(rectangle.left(), rectangle.top() + std::floor((rectangle.height() - height) / 2),
                       rectangle.width(), height);
-    TextLines::draw(painter, line, text, style, TextLines::Wrapping::oneLine, RoleColors::color(role, palette),
-                    alignment);
+    TextLines::draw(painter, line, text, style, TextLines::Wrapping::oneLine,
+                    RoleColors::color(ColorRole::primary, palette), alignment);
 }
 
 void drawChevrons(QPainter& painter, QPointF center, const QColor& color) {

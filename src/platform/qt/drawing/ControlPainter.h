@@ -10,17 +10,18 @@
 /// What push buttons, pickers and switches have in common.
 namespace thermopix::ControlPainter {
 
-inline constexpr double cornerRadius = 6;
-
 /// Of a control whose label is this high.
 [[nodiscard]] double controlHeight(double labelHeight);
 
-/// The raised ground of a button.
+/// A raised ground with an outline of this opacity.
+void drawGround(QPainter& painter, const QRectF& rectangle, double radius, const QPalette& palette, double outline);
+
+/// The ground of a button.
 void drawBezel(QPainter& painter, const QRectF& rectangle, const QPalette& palette, bool isPressed, bool showsFocus);
 
 /// One line in the middle of the rectangle's height.
 void drawLabel(QPainter& painter, const QRectF& rectangle, std::string_view text, const TextStyle& style,
-               const QPalette& palette, Qt::Alignment alignment, ColorRole role = ColorRole::primary);
+               const QPalette& palette, Qt::Alignment alignment);
 
 /// The sign of a popup: one arrow head up, one down.
 void drawChevrons(QPainter& painter, QPointF center, const QColor& color);

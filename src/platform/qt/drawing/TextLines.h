@@ -16,8 +16,9 @@ enum class Wrapping { oneLine, asNeeded };
 
 [[nodiscard]] QFont font(const TextStyle& style);
 
-/// Rounded up to whole points.
-[[nodiscard]] Size size(std::string_view text, const TextStyle& style, Wrapping wrapping, double width);
+/// Rounded up to whole points; `width` is where lines are wrapped.
+[[nodiscard]] Size size(std::string_view text, const TextStyle& style, Wrapping wrapping = Wrapping::oneLine,
+                        double width = 0);
 
 /// From the rectangle's top. A line that is not to wrap ends in an ellipsis where the rectangle does.
 void draw(QPainter& painter, const QRectF& rectangle, std::string_view text, const TextStyle& style, Wrapping wrapping,

@@ -40,33 +40,28 @@ QBrush brush(const Fill& fill, const QRectF& area, const QPalette& palette) {
     return Qt::NoBrush;
 }
 
-void fillArea(QPainter& painter, const Fill& fill, const QRectF& area, double radius, const QPalette& palette) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(brush(fill, area, palette));
-    painter.drawRoundedRect(area, radius, radius);
-}
-
 void drawGround(QPainter& painter, const Background& background, const QRectF& area, const QPalette& palette,
                 Pointer pointer) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing, background.cornerRadius > 0);
+    const double radius = background.cornerRadius;
     if (!isEmpty(background.fill)) {
-        fillArea(painter, background.fill, area, background.cornerRadius, palette);
-    } else if (!isEmpty(background.hoverFill) && pointer != Pointer::away) {
-        fillArea(painter, background.hoverFill, area, background.cornerRadius, palette);
-        if (pointer == Pointer::pressing) {
-            fillArea(painter, background.hoverFill, area, background.cornerRadius, palette);
+        fillRounded(painter, area, radius, brush(background.fill, area, palette));
+    } else if (!isEmpty(background.hoverFill)) {
+        // A pressed ground is filled once more.
+        for (int layer = 0; layer < static_cast<int>(pointer); ++layer) {
+            fillRounded(painter, area, radius, brush(background.hoverFill, area, palette));
         }
     }
     if (background.border) {
         // Not thinner than a device pixel, and in the middle of it.
         const double width = std::max(background.borderWidth, 1 / painter.deviceTransform().m11());
         const QRectF line = area.adjusted(width / 2, width / 2, -width / 2, -width / 2);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing, radius > 0);
         painter.setPen(QPen(RoleColors::color(*background.border), width));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(line, background.cornerRadius - width / 2, background.cornerRadius - width / 2);
+        painter.drawRoundedRect(line, radius - width / 2, radius - width / 2);
+        painter.restore();
     }
-    painter.restore();
 }
 
 void drawOwn(QPainter& painter, const PlacedNode& placed, const QPalette& palette) {
@@ -113,6 +108,15 @@ void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& 
     for (const auto& child : placed.children) {
         drawTree(painter, child, palette);
     }
+}
+
+void fillRounded(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QBrush& brush) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, cornerRadius > 0);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(brush);
+    painter.drawRoundedRect(rectangle, cornerRadius, cornerRadius);
+    painter.restore();
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QColor& color) {

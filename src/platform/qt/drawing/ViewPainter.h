@@ -20,6 +20,8 @@ void drawBackground(QPainter& painter, const ViewNode& node, QSizeF size, const 
 void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer,
           MeasureLeaf measure);
 
+void fillRounded(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QBrush& brush);
+
 /// The ring around what has the keyboard, just inside the rectangle.
 void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QColor& color);
 

@@ -2,10 +2,7 @@
 
 #include "platform/qt/drawing/Symbols.h"
 #include "platform/qt/drawing/TextLines.h"
-#include "platform/qt/views/PopupPicker.h"
-#include "platform/qt/views/PushButton.h"
-#include "platform/qt/views/SegmentedControl.h"
-#include "platform/qt/views/ToggleSwitch.h"
+#include "platform/qt/views/Controls.h"
 
 namespace thermopix::LeafSizes {
 
@@ -19,12 +16,12 @@ Size wanted(const ViewNode& leaf, double width) {
             return {side, side};
         }
         case ViewKind::button:
-            return PushButton::wantedSize(leaf);
+            return Controls::pushButtonSize(leaf);
         case ViewKind::toggle:
-            return ToggleSwitch::wantedSize(leaf);
+            return Controls::toggleSwitchSize(leaf);
         case ViewKind::picker:
-            return leaf.pickerStyle == PickerStyle::segmented ? SegmentedControl::wantedSize(leaf)
-                                                              : LabelledPicker::wantedSize(leaf);
+            return leaf.pickerStyle == PickerStyle::segmented ? Controls::segmentedControlSize(leaf)
+                                                              : Controls::labelledPickerSize(leaf);
         default:
             return {};
     }

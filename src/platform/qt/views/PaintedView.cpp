@@ -1,9 +1,8 @@
-#include "platform/qt/views/PaintedView.h"
-
 #include <QPainter>
 #include <algorithm>
 
 #include "platform/qt/drawing/ViewPainter.h"
+#include "platform/qt/views/Controls.h"
 #include "platform/qt/views/LeafSizes.h"
 
 namespace thermopix {
@@ -25,43 +24,49 @@ std::string spokenText(const ViewNode& node) {
     return node.kind == ViewKind::text ? node.text : "";
 }
 
+class PaintedView final : public View<QWidget>, public AccessibleElement {
+public:
+    explicit PaintedView(QWidget* parent) : View(parent) { setAttribute(Qt::WA_Hover); }
+
+    void show(const ViewNode& node) override {
+        setNames(*this, node.identifier, spokenText(node));
+        if (node_ != node) {
+            node_ = node;
+            update();
+        }
+    }
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override {
+        if (node_.kind == ViewKind::divider) {
+            return QAccessible::Separator;
+        }
+        if (accessibleName().isEmpty()) {
+            return QAccessible::Pane;
+        }
+        return showsPicture(node_) ? QAccessible::Graphic : QAccessible::StaticText;
+    }
+
+    void describeState(QAccessible::State& state) const override {
+        state.selected = node_.accessibility.isSelected;
+        state.readOnly = true;
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        const auto pointer = underMouse() ? ViewPainter::Pointer::over : ViewPainter::Pointer::away;
+        if (node_.kind == ViewKind::stack && !node_.accessibility.hidesChildren) {
+            ViewPainter::drawBackground(painter, node_, size(), palette(), pointer);
+        } else {
+            ViewPainter::draw(painter, node_, size(), palette(), pointer, LeafSizes::measure);
+        }
+    }
+};
+
 }  // namespace
 
-PaintedView::PaintedView(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_Hover);
-}
-
-void PaintedView::show(const ViewNode& node) {
-    setNames(*this, node.identifier, spokenText(node));
-    if (node_ != node) {
-        node_ = node;
-        update();
-    }
-}
-
-QAccessible::Role PaintedView::accessibleRole() const {
-    if (node_.kind == ViewKind::divider) {
-        return QAccessible::Separator;
-    }
-    if (accessibleName().isEmpty()) {
-        return QAccessible::Pane;
-    }
-    return showsPicture(node_) ? QAccessible::Graphic : QAccessible::StaticText;
-}
-
-void PaintedView::describeState(QAccessible::State& state) const {
-    state.selected = node_.accessibility.isSelected;
-    state.readOnly = true;
-}
-
-void PaintedView::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    const auto pointer = underMouse() ? ViewPainter::Pointer::over : ViewPainter::Pointer::away;
-    if (node_.kind == ViewKind::stack && !node_.accessibility.hidesChildren) {
-        ViewPainter::drawBackground(painter, node_, size(), palette(), pointer);
-    } else {
-        ViewPainter::draw(painter, node_, size(), palette(), pointer, LeafSizes::measure);
-    }
+ViewControl* Controls::makePaintedView(QWidget* parent, const ReportEvent& /*report*/) {
+    return new PaintedView(parent);
 }
 
 }  // namespace thermopix

@@ -1,11 +1,10 @@
 #include "platform/qt/views/PlainButton.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 #include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/ViewPainter.h"
-#include "platform/qt/views/KeyboardFocus.h"
+#include "platform/qt/views/Controls.h"
 #include "platform/qt/views/LeafSizes.h"
 
 namespace thermopix {
@@ -14,29 +13,20 @@ namespace {
 
 constexpr double ringOpacity = 0.75;
 
-bool isFilledWithAccent(const ViewNode& node) {
-    const auto* role = std::get_if<RoleColor>(&node.background.fill);
-    return role != nullptr && *role == RoleColor{ColorRole::accent};
-}
-
 }  // namespace
 
-PlainButton::PlainButton(QWidget* parent, ReportEvent report) : QAbstractButton(parent) {
+ViewControl* Controls::makePlainButton(QWidget* parent, const ReportEvent& report) {
+    return new PlainButton(parent, report);
+}
+
+PlainButton::PlainButton(QWidget* parent, const ReportEvent& report) : ViewButton(parent) {
     setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::StrongFocus);
-    connect(this, &QAbstractButton::clicked, this, [this, report = std::move(report)] {
-        report({node_.identifier, {}});
-    });
+    connect(this, &QAbstractButton::clicked, this, [this, report] { report({node_.identifier, {}}); });
 }
 
 void PlainButton::show(const ViewNode& node) {
-    setNames(*this, node.identifier, node.accessibility.label);
-    if (node_ == node) {
-        return;
-    }
     const bool wasSelected = isSelected();
-    node_ = node;
-    update();
+    ViewButton::show(node);
     if (wasSelected != isSelected()) {
         QAccessible::State changed;
         changed.selected = true;
@@ -70,8 +60,9 @@ void PlainButton::paintEvent(QPaintEvent* /*event*/) {
     ViewPainter::draw(painter, node_, size(), palette(),
                       isDown() ? Pointer::pressing : (underMouse() ? Pointer::over : Pointer::away),
                       LeafSizes::measure);
-    if (hasFocus() && showsFocus_) {
-        const auto role = isFilledWithAccent(node_) ? ColorRole::onAccent : ColorRole::accent;
+    if (showsFocus()) {
+        const auto role =
+            node_.background.fill == Fill(RoleColor{ColorRole::accent}) ? ColorRole::onAccent : ColorRole::accent;
         ViewPainter::drawFocusRing(painter, rect(), node_.background.cornerRadius,
                                    RoleColors::faded(role, ringOpacity, palette()));
     }
@@ -88,18 +79,9 @@ void PlainButton::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Left:
         case Qt::Key_Right:
             break;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            click();
-            break;
         default:
-            QAbstractButton::keyPressEvent(event);
+            ViewButton::keyPressEvent(event);
     }
-}
-
-void PlainButton::focusInEvent(QFocusEvent* event) {
-    showsFocus_ = KeyboardFocus::isMeant(*event, showsFocus_);
-    QAbstractButton::focusInEvent(event);
 }
 
 void PlainButton::moveTo(PlainButton* neighbor) {

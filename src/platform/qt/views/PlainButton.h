@@ -2,18 +2,17 @@
 
 #include <QAbstractButton>
 
-#include "platform/qt/views/ViewControl.h"
+#include "platform/qt/views/ViewButton.h"
 
 namespace thermopix {
 
 /// A button whose label is the node's children; the whole rectangle is clickable. Up and down go to the buttons beside
 /// it, and choose them where the buttons are a choice.
-class PlainButton final : public QAbstractButton, public ViewControl, public AccessibleElement {
+class PlainButton final : public ViewButton<QAbstractButton>, public AccessibleElement {
 public:
-    PlainButton(QWidget* parent, ReportEvent report);
+    PlainButton(QWidget* parent, const ReportEvent& report);
 
     void show(const ViewNode& node) override;
-    [[nodiscard]] QWidget& widget() override { return *this; }
 
     /// Whether one of several such buttons is always the selected one.
     enum class Purpose { action, choice };
@@ -28,16 +27,13 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void moveTo(PlainButton* neighbor);
 
-    ViewNode node_;
     PlainButton* previous_ = nullptr;
     PlainButton* next_ = nullptr;
     Purpose purpose_ = Purpose::action;
-    bool showsFocus_ = false;
 };
 
 }  // namespace thermopix

@@ -2,10 +2,10 @@
 
 #include <QAccessible>
 #include <QMargins>
-#include <QString>
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "shell/ViewNode.h"
 
@@ -26,6 +26,21 @@ public:
 
     /// How far the widget reaches beyond the node's frame, for a focus ring.
     [[nodiscard]] virtual QMargins overhang() const { return {}; }
+
+    /// Where the tab key stops in it, in reading order.
+    [[nodiscard]] virtual std::vector<QWidget*> stops() { return {}; }
+};
+
+/// A widget of the toolkit as such a control.
+template <typename Widget>
+class View : public Widget, public ViewControl {
+public:
+    using Widget::Widget;
+
+    [[nodiscard]] QWidget& widget() final { return *this; }
+
+protected:
+    ViewNode node_;
 };
 
 /// A widget that speaks for itself to assistive technology where the toolkit would say too little of it.
@@ -34,7 +49,7 @@ public:
     virtual ~AccessibleElement() = default;
 
     [[nodiscard]] virtual QAccessible::Role accessibleRole() const = 0;
-    virtual void describeState(QAccessible::State& state) const { (void)state; }
+    virtual void describeState(QAccessible::State& /*state*/) const {}
 
     /// What is chosen in a control that opens a menu of choices; none for other controls. The platform takes it for the
     /// control's name, and a label beside it for what is chosen.

@@ -4,13 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/qt/views/ViewControl.h"
-#include "shell/ViewLayout.h"
-#include "shell/ViewNode.h"
+#include "platform/qt/views/Controls.h"
 
 namespace thermopix {
-
-class PlainButton;
 
 /// Shows trees of views in a widget. A tree of the same shape as the one before (kinds, identifiers and order) only
 /// brings the controls up to date; where the shape differs, that part is made anew.
@@ -23,25 +19,20 @@ public:
     void show(const ViewNode& root);
 
 private:
-    /// What a node is shown by.
-    enum class Part { nothing, painted, plainButton, pushButton, toggle, segments, popup, scroll };
-
     /// A node as it is shown; without control where only its children are seen.
     struct Mounted {
         ViewKind kind = ViewKind::stack;
-        Part part = Part::nothing;
         std::string identifier;
+        Controls::Make* make = nullptr;
         ViewControl* control = nullptr;
         std::vector<Mounted> children;
     };
 
-    [[nodiscard]] static Part partFor(const ViewNode& node);
-    [[nodiscard]] ViewControl* makeControl(Part part, QWidget& parent) const;
     void mount(Mounted& mounted, const PlacedNode& placed, QWidget& parent);
     void mountChildren(Mounted& mounted, const PlacedNode& placed, QWidget& parent);
     void remove(Mounted& mounted);
     static void joinChoices(const Mounted& stack);
-    static void collectFocusable(const Mounted& mounted, std::vector<QWidget*>& widgets);
+    static void collectStops(const Mounted& mounted, std::vector<QWidget*>& stops);
     void restoreTabOrder() const;
 
     QWidget& host_;
