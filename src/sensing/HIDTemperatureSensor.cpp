@@ -44,7 +44,7 @@ struct Summary {
 
 HIDTemperatureSensor::HIDTemperatureSensor(HIDSymbolLoader& loader, DiagnosticLog& log)
     : log_(log), client_(noHIDObject()), availability_(NoSensorsPublished{0}) {
-    auto resolution = resolveHIDSymbols(loader);
+    auto resolution = loader.load();
     if (!resolution.resolved) {
         availability_ = SymbolsUnavailable{std::move(resolution.failed)};
     } else if (HIDObject client = resolution.resolved->create(); client == nullptr) {

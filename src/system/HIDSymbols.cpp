@@ -20,14 +20,14 @@ bool isComplete(const HIDSymbols& symbols) {
 
 }  // namespace
 
-HIDSymbolResolution resolveHIDSymbols(HIDSymbolLoader& loader) {
-    if (!loader.open(frameworkPath)) {
+HIDSymbolResolution NamedHIDSymbolLoader::load() {
+    if (!open(frameworkPath)) {
         return {std::nullopt, "dlopen(IOKit.framework)"};
     }
     HIDSymbols symbols;
     std::string_view firstMissing;
     for (const std::string_view name : functionNames) {
-        if (!loader.bind(name, symbols) && firstMissing.empty()) {
+        if (!bind(name, symbols) && firstMissing.empty()) {
             firstMissing = name;
         }
     }

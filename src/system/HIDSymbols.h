@@ -39,10 +39,23 @@ struct HIDSymbols {
     std::function<double(void* event, std::int32_t field)> getFloat;
 };
 
-/// Finds the entry points by name at run time.
+/// The complete table, or what was missing.
+struct HIDSymbolResolution {
+    std::optional<HIDSymbols> resolved;
+    std::string failed;
+};
+
 class HIDSymbolLoader {
 public:
     virtual ~HIDSymbolLoader() = default;
+
+    [[nodiscard]] virtual HIDSymbolResolution load() = 0;
+};
+
+/// Looks up all six functions by their names in the framework; the first that does not resolve is reported.
+class NamedHIDSymbolLoader : public HIDSymbolLoader {
+public:
+    [[nodiscard]] HIDSymbolResolution load() final;
 
     /// Opens the library; false when that fails. Never closed again.
     [[nodiscard]] virtual bool open(std::string_view path) = 0;
@@ -50,14 +63,5 @@ public:
     /// Binds the function called `name` to its entry of the table; false when the name does not resolve.
     [[nodiscard]] virtual bool bind(std::string_view name, HIDSymbols& symbols) = 0;
 };
-
-/// The complete table, or what was missing.
-struct HIDSymbolResolution {
-    std::optional<HIDSymbols> resolved;
-    std::string failed;
-};
-
-/// Opens the framework and looks up all six names; the first that does not resolve is reported.
-[[nodiscard]] HIDSymbolResolution resolveHIDSymbols(HIDSymbolLoader& loader);
 
 }  // namespace thermopix

@@ -15,20 +15,17 @@ class CountingHIDLoader final : public HIDSymbolLoader {
 public:
     explicit CountingHIDLoader(HIDSymbolLoader& inner) : inner_(inner) {}
 
-    [[nodiscard]] bool open(std::string_view path) override { return inner_.open(path); }
-
-    [[nodiscard]] bool bind(std::string_view name, HIDSymbols& symbols) override {
-        if (!inner_.bind(name, symbols)) {
-            return false;
-        }
-        if (name == "IOHIDServiceClientCopyEvent") {
-            symbols.copyEvent = [this, copyEvent = std::move(symbols.copyEvent)](
-                                    void* service, std::int64_t type, std::int32_t options, std::int64_t timestamp) {
+    [[nodiscard]] HIDSymbolResolution load() override {
+        auto resolution = inner_.load();
+        if (resolution.resolved) {
+            resolution.resolved->copyEvent = [this, copyEvent = std::move(resolution.resolved->copyEvent)](
+                                                 void* service, std::int64_t type, std::int32_t options,
+                                                 std::int64_t timestamp) {
                 ++reads;
                 return copyEvent(service, type, options, timestamp);
             };
         }
-        return true;
+        return resolution;
     }
 
     std::int64_t reads = 0;

@@ -14,7 +14,7 @@ namespace thermopix {
 
 /// A stand-in HID event system: services, names and readings as a test scripts them, with every call counted and
 /// every owned object accounted for.
-class ScriptedHIDLoader final : public HIDSymbolLoader {
+class ScriptedHIDLoader final : public NamedHIDSymbolLoader {
 public:
     struct Service {
         /// The "Product" property: none, a text, or (when `productIsText` is false) something else.

@@ -76,16 +76,6 @@ private:
     std::array<std::optional<std::string>, files.size()> contents_;
 };
 
-HIDSymbols bound(SysfsHIDSymbols& loader) {
-    HIDSymbols symbols;
-    for (const auto name :
-         {"IOHIDEventSystemClientCreate", "IOHIDEventSystemClientSetMatching", "IOHIDEventSystemClientCopyServices",
-          "IOHIDServiceClientCopyProperty", "IOHIDServiceClientCopyEvent", "IOHIDEventGetFloatValue"}) {
-        require(loader.bind(name, symbols), "an entry point is missing");
-    }
-    return symbols;
-}
-
 void requireFitToPrint(const std::string& name) {
     require(!name.empty() && repairedUtf8(name) == name, "a name is valid UTF-8");
     require(characterCount(name) <= 64, "a name has at most 64 characters");
@@ -110,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     tree.fill({reinterpret_cast<const char*>(data), size});
 
     SysfsHIDSymbols loader(tree.root, "no-such-library.so");
-    const auto symbols = bound(loader);
+    const auto symbols = loader.load().resolved.value();
     const auto services = symbols.copyServices(nullptr);
     require(services && services->size() >= 2 && services->size() <= 3, "both channels, and the zone or not");
     std::set<std::string> names;

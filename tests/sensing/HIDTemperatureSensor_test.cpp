@@ -239,23 +239,23 @@ TEST_F(HIDTemperatureSensorTest, ChangedReadingsAreSeenWithoutARefresh) {
 /// A system that writes down what is released, in order.
 class ReleaseRecordingLoader final : public HIDSymbolLoader {
 public:
-    [[nodiscard]] bool open(std::string_view /*path*/) override { return true; }
-
-    [[nodiscard]] bool bind(std::string_view /*name*/, HIDSymbols& symbols) override {
+    [[nodiscard]] HIDSymbolResolution load() override {
         static std::string clientName = "client";
         static std::string serviceName = "service";
-        symbols.create = [] { return recorded(clientName); };
-        symbols.setMatching = [](void*, const std::array<HIDMatching, 2>&) {};
-        symbols.copyServices = [](void*) -> std::optional<std::vector<HIDObject>> {
-            std::vector<HIDObject> services;
-            services.push_back(recorded(serviceName));
-            services.push_back(recorded(serviceName));
-            return services;
+        HIDSymbols symbols{
+            .create = [] { return recorded(clientName); },
+            .setMatching = [](void*, const std::array<HIDMatching, 2>&) {},
+            .copyServices = [](void*) -> std::optional<std::vector<HIDObject>> {
+                std::vector<HIDObject> services;
+                services.push_back(recorded(serviceName));
+                services.push_back(recorded(serviceName));
+                return services;
+            },
+            .copyProperty = [](void*, std::string_view) { return HIDProperty(std::string("named")); },
+            .copyEvent = [](void*, std::int64_t, std::int32_t, std::int64_t) { return noHIDObject(); },
+            .getFloat = [](void*, std::int32_t) { return 0.0; },
         };
-        symbols.copyProperty = [](void*, std::string_view) { return HIDProperty(std::string("named")); };
-        symbols.copyEvent = [](void*, std::int64_t, std::int32_t, std::int64_t) { return noHIDObject(); };
-        symbols.getFloat = [](void*, std::int32_t) { return 0.0; };
-        return true;
+        return {std::move(symbols), {}};
     }
 
     static inline std::vector<std::string> released;

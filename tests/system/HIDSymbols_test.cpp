@@ -13,7 +13,7 @@ namespace {
 
 TEST(HIDSymbols, AreResolvedFromTheFrameworkByTheirNames) {
     ScriptedHIDLoader loader;
-    const auto resolution = resolveHIDSymbols(loader);
+    const auto resolution = loader.load();
     ASSERT_TRUE(resolution.resolved);
     EXPECT_EQ(resolution.failed, "");
     EXPECT_EQ(loader.openedPath, "/System/Library/Frameworks/IOKit.framework/IOKit");
@@ -26,7 +26,7 @@ TEST(HIDSymbols, AreResolvedFromTheFrameworkByTheirNames) {
 TEST(HIDSymbols, NothingIsLookedUpInAFrameworkThatDoesNotOpen) {
     ScriptedHIDLoader loader;
     loader.opens = false;
-    const auto resolution = resolveHIDSymbols(loader);
+    const auto resolution = loader.load();
     EXPECT_FALSE(resolution.resolved);
     EXPECT_EQ(resolution.failed, "dlopen(IOKit.framework)");
     EXPECT_TRUE(loader.lookedUp.empty());
@@ -35,7 +35,7 @@ TEST(HIDSymbols, NothingIsLookedUpInAFrameworkThatDoesNotOpen) {
 TEST(HIDSymbols, TheFirstMissingNameIsReportedAndAllAreLookedUp) {
     ScriptedHIDLoader loader;
     loader.missing = {"IOHIDEventGetFloatValue", "IOHIDServiceClientCopyEvent"};
-    const auto resolution = resolveHIDSymbols(loader);
+    const auto resolution = loader.load();
     EXPECT_FALSE(resolution.resolved);
     EXPECT_EQ(resolution.failed, "IOHIDServiceClientCopyEvent");
     EXPECT_EQ(loader.lookedUp.size(), 6U);
@@ -43,16 +43,16 @@ TEST(HIDSymbols, TheFirstMissingNameIsReportedAndAllAreLookedUp) {
 
 TEST(HIDSymbols, EachNameCanBeTheMissingOne) {
     ScriptedHIDLoader complete;
-    (void)resolveHIDSymbols(complete);
+    (void)complete.load();
     for (const auto& name : complete.lookedUp) {
         ScriptedHIDLoader loader;
         loader.missing = {name};
-        EXPECT_EQ(resolveHIDSymbols(loader).failed, name);
+        EXPECT_EQ(loader.load().failed, name);
     }
 }
 
 /// Says that it bound every name and binds none.
-class EmptyHandedLoader final : public HIDSymbolLoader {
+class EmptyHandedLoader final : public NamedHIDSymbolLoader {
 public:
     [[nodiscard]] bool open(std::string_view /*path*/) override { return true; }
     [[nodiscard]] bool bind(std::string_view /*name*/, HIDSymbols& /*symbols*/) override { return true; }
@@ -60,7 +60,7 @@ public:
 
 TEST(HIDSymbols, ATableWithGapsThatNobodyReportedIsNotUsed) {
     EmptyHandedLoader loader;
-    const auto resolution = resolveHIDSymbols(loader);
+    const auto resolution = loader.load();
     EXPECT_FALSE(resolution.resolved);
     EXPECT_EQ(resolution.failed, "unknown symbol");
 }

@@ -20,7 +20,7 @@ using HIDEventSystemStandIn::NoText;
 using HIDEventSystemStandIn::Service;
 
 /// Opens the stand-in's library wherever the framework is asked for.
-class StandInLoader final : public HIDSymbolLoader {
+class StandInLoader final : public NamedHIDSymbolLoader {
 public:
     bool open(std::string_view path) override {
         pathAskedFor = path;
@@ -48,7 +48,7 @@ protected:
 };
 
 TEST_F(IOKitHIDSymbolsTest, FindsAllSixFunctionsByName) {
-    const auto resolution = resolveHIDSymbols(loader);
+    const auto resolution = loader.load();
     EXPECT_EQ(loader.pathAskedFor, "/System/Library/Frameworks/IOKit.framework/IOKit");
     EXPECT_TRUE(resolution.resolved.has_value()) << resolution.failed;
 }

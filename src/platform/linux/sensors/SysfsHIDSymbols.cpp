@@ -88,31 +88,18 @@ HIDObject readService(void* object) {
 SysfsHIDSymbols::SysfsHIDSymbols(std::filesystem::path root, std::string nvmlLibrary, FileAccess& access)
     : root_(std::move(root)), nvmlLibrary_(std::move(nvmlLibrary)), access_(access) {}
 
-bool SysfsHIDSymbols::open(std::string_view) {
-    return true;
-}
-
-bool SysfsHIDSymbols::bind(std::string_view name, HIDSymbols& symbols) {
-    if (name == "IOHIDEventSystemClientCreate") {
-        symbols.create = [this] { return borrowed(this); };
-    } else if (name == "IOHIDEventSystemClientSetMatching") {
-        symbols.setMatching = [](void*, const std::array<HIDMatching, 2>&) {};
-    } else if (name == "IOHIDEventSystemClientCopyServices") {
-        symbols.copyServices = [this](void*) -> std::optional<std::vector<HIDObject>> {
+HIDSymbolResolution SysfsHIDSymbols::load() {
+    HIDSymbols symbols{
+        .create = [this] { return borrowed(this); },
+        .setMatching = [](void*, const std::array<HIDMatching, 2>&) {},
+        .copyServices = [this](void*) -> std::optional<std::vector<HIDObject>> {
             return makeServices(root_, nvmlLibrary_, access_);
-        };
-    } else if (name == "IOHIDServiceClientCopyProperty") {
-        symbols.copyProperty = productOf;
-    } else if (name == "IOHIDServiceClientCopyEvent") {
-        symbols.copyEvent = [](void* service, std::int64_t, std::int32_t, std::int64_t) {
-            return readService(service);
-        };
-    } else if (name == "IOHIDEventGetFloatValue") {
-        symbols.getFloat = [](void* event, std::int32_t) { return static_cast<const Service*>(event)->celsius; };
-    } else {
-        return false;
-    }
-    return true;
+        },
+        .copyProperty = productOf,
+        .copyEvent = [](void* service, std::int64_t, std::int32_t, std::int64_t) { return readService(service); },
+        .getFloat = [](void* event, std::int32_t) { return static_cast<const Service*>(event)->celsius; },
+    };
+    return {std::move(symbols), {}};
 }
 
 }  // namespace thermopix

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 #include "platform/linux/sensors/FileAccess.h"
 #include "system/HIDSymbols.h"
@@ -21,10 +20,7 @@ public:
     explicit SysfsHIDSymbols(std::filesystem::path root, std::string nvmlLibrary = nvmlLibraryName,
                              FileAccess& access = systemFileAccess());
 
-    /// True for every path: sysfs is always there.
-    [[nodiscard]] bool open(std::string_view path) override;
-
-    [[nodiscard]] bool bind(std::string_view name, HIDSymbols& symbols) override;
+    [[nodiscard]] HIDSymbolResolution load() override;
 
 private:
     std::filesystem::path root_;

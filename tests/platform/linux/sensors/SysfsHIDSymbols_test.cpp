@@ -38,16 +38,6 @@ namespace {
 using Names = std::vector<std::string>;
 constexpr auto nothing = std::nullopt;
 
-TEST(SysfsHIDSymbols, EveryPathOpensAndEveryNameOfTheTableResolves) {
-    SysfsHIDSymbols loader("/nowhere");
-    EXPECT_TRUE(loader.open("/System/Library/Frameworks/IOKit.framework/IOKit"));
-    HIDSymbols symbols;
-    EXPECT_FALSE(loader.bind("IOHIDEventSystemClientCreateSimpleClient", symbols));
-    EXPECT_FALSE(loader.bind("", symbols));
-    EXPECT_TRUE(loader.bind("IOHIDEventSystemClientCreate", symbols));
-    EXPECT_NE(symbols.create(), nullptr);
-}
-
 TEST(SysfsHIDSymbols, ATreeThatDoesNotExistPublishesNothing) {
     EXPECT_EQ(SysfsSensors("/nowhere").names(), Names());
     EXPECT_EQ(SysfsSensors(machine("virtual-machine")).names(), Names());

@@ -2,9 +2,7 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <optional>
 #include <set>
@@ -13,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/TemporaryFolder.h"
 #include "fakes/TestFiles.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 
@@ -27,22 +26,9 @@ inline const std::vector<std::string> modelledMachines = {"amd-desktop",    "arm
                                                           "hybrid-laptop",  "intel-laptop", "two-socket-server",
                                                           "virtual-machine"};
 
-/// A tree of files that lasts as long as the object.
-class TemporaryTree {
+/// A folder as sysfs lays it out.
+class TemporaryTree : public TemporaryFolder {
 public:
-    TemporaryTree() {
-        std::string path = (std::filesystem::temp_directory_path() / "thermopix-tree-XXXXXX").string();
-        root = ::mkdtemp(path.data());
-    }
-    ~TemporaryTree() { std::filesystem::remove_all(root); }
-    TemporaryTree(const TemporaryTree&) = delete;
-    TemporaryTree& operator=(const TemporaryTree&) = delete;
-
-    /// Writes a file in place, so that who holds it open sees the new content.
-    void write(const std::filesystem::path& path, std::string_view content) const {
-        std::filesystem::create_directories((root / path).parent_path());
-        std::ofstream(root / path, std::ios::binary) << content;
-    }
     void link(const std::filesystem::path& path, const std::filesystem::path& target) const {
         std::filesystem::create_directories((root / path).parent_path());
         std::filesystem::create_symlink(root / target, root / path);
@@ -66,7 +52,7 @@ public:
         link("class/hwmon/hwmon" + std::to_string(number), folder);
     }
 
-    std::filesystem::path root;
+    const std::filesystem::path& root = path();
 };
 
 /// Counts what is opened and read, by path, and refuses to read what a test names.
@@ -107,16 +93,6 @@ public:
     explicit SysfsSensors(std::filesystem::path root, std::string nvmlLibrary = "no-such-library.so",
                           FileAccess& access = systemFileAccess())
         : loader_(std::move(root), std::move(nvmlLibrary), access) {
-        const auto opened = loader_.open("/System/Library/Frameworks/IOKit.framework/IOKit");
-        bool bound = opened;
-        for (const auto name :
-             {"IOHIDEventSystemClientCreate", "IOHIDEventSystemClientSetMatching", "IOHIDEventSystemClientCopyServices",
-              "IOHIDServiceClientCopyProperty", "IOHIDServiceClientCopyEvent", "IOHIDEventGetFloatValue"}) {
-            bound = loader_.bind(name, symbols_) && bound;
-        }
-        if (!bound) {
-            std::abort();
-        }
         client_ = symbols_.create();
         discover();
     }
@@ -162,7 +138,7 @@ public:
 
 private:
     SysfsHIDSymbols loader_;
-    HIDSymbols symbols_;
+    HIDSymbols symbols_ = loader_.load().resolved.value();
     HIDObject client_ = noHIDObject();
     std::vector<HIDObject> services_;
 };
