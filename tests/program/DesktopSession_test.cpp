@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -83,15 +81,19 @@ protected:
         return std::make_unique<Program>(arguments, session());
     }
 
+    /// The program with its item in the tray.
+    [[nodiscard]] std::unique_ptr<Program> startShown() {
+        auto program = start();
+        EXPECT_TRUE(host->waitForRegistration());
+        EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+        return program;
+    }
+
     void configure(const std::string& desktopConfiguration) const {
         home.write(".config/thermopix/desktop.conf", "[Desktop]\n" + desktopConfiguration);
     }
 
-    [[nodiscard]] std::string settings() const {
-        std::ostringstream text;
-        text << std::ifstream(home.path() / ".config/thermopix/preferences.v1").rdbuf();
-        return text.str();
-    }
+    [[nodiscard]] std::string settings() const { return home.read(".config/thermopix/preferences.v1"); }
 
     // What the item calls itself, without the quotes of its printed form.
     [[nodiscard]] std::string title() const {
@@ -142,28 +144,24 @@ TrayInk white() {
 
 constexpr Display comfy57{.value = 57, .unit = {}, .pressure = {}, .isHot = false, .mood = PetMood::content};
 
-TEST_F(DesktopSessionTest, ShowsTheDigitsInATrayOfSquares) {
-    configure("Ink=#FFFFFF\n");
-    const auto program = start();
-    ASSERT_TRUE(host->waitForRegistration());
-    ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
-    const auto art = trayArt(expectedImage(comfy57), TrayShape::square);
-    EXPECT_EQ(host->pictures(), trayPictures(art, TrayPictureSet::square, white()));
-}
-
-TEST_F(DesktopSessionTest, ShowsTheWholeReadoutWhereTheUserSaysThatItFits) {
-    configure("Shape=wide\nInk=#FFFFFF\n");
-    const auto program = start();
-    ASSERT_TRUE(host->waitForRegistration());
-    ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
-    const auto art = trayArt(expectedImage(comfy57), TrayShape::wide);
-    EXPECT_EQ(host->pictures(), trayPictures(art, TrayPictureSet::bar, white()));
+TEST_F(DesktopSessionTest, ShowsTheDigitsOrTheWholeReadoutWhereTheUserSaysThatItFits) {
+    struct Case {
+        const char* shape;
+        TrayShape art;
+        TrayPictureSet set;
+    };
+    for (const auto& [shape, art, set] : {Case{"", TrayShape::square, TrayPictureSet::square},
+                                          Case{"Shape=wide\n", TrayShape::wide, TrayPictureSet::bar}}) {
+        configure("Ink=#FFFFFF\n" + std::string(shape));
+        host.reset();
+        host = std::make_unique<TestTrayHost>();
+        const auto program = startShown();
+        EXPECT_EQ(host->pictures(), trayPictures(trayArt(expectedImage(comfy57), art), set, white())) << shape;
+    }
 }
 
 TEST_F(DesktopSessionTest, OffersTheWholeMenu) {
-    const auto program = start();
-    ASSERT_TRUE(host->waitForRegistration());
-    ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+    const auto program = startShown();
     host->aboutToShowMenu();
     EXPECT_EQ(host->menu().children.size(), 25U);
     EXPECT_EQ(host->menu().children[0].property("label"), "'Comfy — 57°C'");
@@ -174,9 +172,7 @@ TEST_F(DesktopSessionTest, OffersTheWholeMenu) {
 
 TEST_F(DesktopSessionTest, KeepsWhatIsChosenInTheMenuOverARestart) {
     {
-        const auto program = start();
-        ASSERT_TRUE(host->waitForRegistration());
-        ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+        const auto program = startShown();
         choose("Fahrenheit");
         ASSERT_TRUE(waitForTitle("135 degrees Fahrenheit, comfy"));
         choose("Segment");
@@ -220,9 +216,7 @@ TEST_F(DesktopSessionTest, ComesBackAfterTheTrayRestarted) {
 }
 
 TEST_F(DesktopSessionTest, EndsASecondStartAfterWakingTheFirst) {
-    const auto first = start();
-    ASSERT_TRUE(host->waitForRegistration());
-    ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+    const auto first = startShown();
     const auto second = start();
     expectCleanEnd(*second);
     EXPECT_EQ(host->registrations.size(), 1U);
@@ -253,9 +247,7 @@ TEST_F(DesktopSessionTest, ShowsAFreshReadingAfterSleep) {
                                       g_variant_new("(b)", isGoing ? TRUE : FALSE), nullptr);
         g_dbus_connection_flush_sync(system.get(), nullptr, nullptr);
     };
-    const auto program = start();
-    ASSERT_TRUE(host->waitForRegistration());
-    ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+    const auto program = startShown();
     prepareForSleep(true);
     heat(31);
     prepareForSleep(false);
@@ -265,9 +257,7 @@ TEST_F(DesktopSessionTest, ShowsAFreshReadingAfterSleep) {
 }
 
 TEST_F(DesktopSessionTest, SurvivesHostileCalls) {
-    const auto program = start();
-    ASSERT_TRUE(host->waitForRegistration());
-    ASSERT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+    const auto program = startShown();
     const std::string name(AppInfo::identifier);
     std::string path = "/" + name;
     for (auto& character : path) {

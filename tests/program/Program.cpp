@@ -1,13 +1,9 @@
 #include "program/Program.h"
 
-#include <fcntl.h>
+#include <gio/gunixinputstream.h>
 #include <poll.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -18,103 +14,50 @@ namespace {
 // How long a test waits before it calls the program stuck; never a measure of speed.
 constexpr std::chrono::seconds patience{60};
 
-std::vector<char*> pointers(std::vector<std::string>& texts) {
-    std::vector<char*> all;
-    for (auto& text : texts) {
-        all.push_back(text.data());
-    }
-    all.push_back(nullptr);
-    return all;
-}
-
-void closeOnce(int& descriptor) {
-    if (descriptor >= 0) {
-        ::close(descriptor);
-        descriptor = -1;
-    }
-}
-
 }  // namespace
 
 Program::Program(const std::vector<std::string>& arguments, const Environment& environment) {
-    std::array<int, 2> output{};
-    std::array<int, 2> errors{};
-    if (::pipe2(output.data(), O_CLOEXEC) != 0 || ::pipe2(errors.data(), O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
-    }
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
-
-    std::vector<std::string> words{THERMOPIX_PROGRAM};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<std::string> variables;
-    const char* path = std::getenv("PATH");
-    variables.push_back(std::string("PATH=") + (path == nullptr ? "/usr/bin:/bin" : path));
+    const GObjectHandle<GSubprocessLauncher> launcher(g_subprocess_launcher_new(
+        static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
+    gchar* nothing = nullptr;
+    g_subprocess_launcher_set_environ(launcher.get(), &nothing);
+    g_subprocess_launcher_setenv(launcher.get(), "PATH", g_getenv("PATH"), TRUE);
     for (const auto& [name, value] : environment) {
-        variables.push_back(name + "=" + value);
+        g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), TRUE);
     }
-    auto argumentPointers = pointers(words);
-    auto variablePointers = pointers(variables);
-    const int failure =
-        ::posix_spawn(&pid_, THERMOPIX_PROGRAM, &actions, nullptr, argumentPointers.data(), variablePointers.data());
-    posix_spawn_file_actions_destroy(&actions);
-    ::close(output[1]);
-    ::close(errors[1]);
-    outputPipe_ = output[0];
-    errorsPipe_ = errors[0];
-    if (failure != 0) {
-        pid_ = -1;
-        throw std::runtime_error("cannot start " THERMOPIX_PROGRAM);
+    std::vector<const gchar*> words{THERMOPIX_PROGRAM};
+    for (const auto& argument : arguments) {
+        words.push_back(argument.c_str());
     }
+    words.push_back(nullptr);
+    GErrorSlot error;
+    process_.reset(g_subprocess_launcher_spawnv(launcher.get(), words.data(), error.out()));
+    if (!process_) {
+        throw std::runtime_error(std::string(error.message()));
+    }
+    pipes_ = {g_unix_input_stream_get_fd(G_UNIX_INPUT_STREAM(g_subprocess_get_stdout_pipe(process_.get()))),
+              g_unix_input_stream_get_fd(G_UNIX_INPUT_STREAM(g_subprocess_get_stderr_pipe(process_.get())))};
 }
 
 Program::~Program() {
-    if (pid_ > 0 && !waited_) {
-        ::kill(pid_, SIGKILL);
-        ::waitpid(pid_, nullptr, 0);
-    }
-    closeOnce(outputPipe_);
-    closeOnce(errorsPipe_);
+    g_subprocess_force_exit(process_.get());
+    g_subprocess_wait(process_.get(), nullptr, nullptr);
 }
 
-bool Program::waitForOutput(const std::string& text) {
-    return waitFor(result_.output, text);
-}
-
-bool Program::waitForErrors(const std::string& text) {
-    return waitFor(result_.errors, text);
-}
-
-void Program::signal(int number) const {
-    ::kill(pid_, number);
-}
-
-bool Program::hasEnded() {
-    int status = 0;
-    if (!waited_ && ::waitpid(pid_, &status, WNOHANG) == pid_) {
-        waited_ = status;
-    }
-    return waited_.has_value();
+pid_t Program::pid() const {
+    return static_cast<pid_t>(std::atoi(g_subprocess_get_identifier(process_.get())));
 }
 
 Program::Result Program::finish() {
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (collect(deadline)) {
     }
-    int status = 0;
-    if (waited_) {
-        status = *waited_;
-    } else {
-        if (outputPipe_ >= 0 || errorsPipe_ >= 0) {
-            ::kill(pid_, SIGKILL);
-        }
-        ::waitpid(pid_, &status, 0);
+    if (pipes_[0] >= 0 || pipes_[1] >= 0) {
+        g_subprocess_force_exit(process_.get());
     }
-    pid_ = -1;
-    result_.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    g_subprocess_wait(process_.get(), nullptr, nullptr);
+    const bool hasExited = g_subprocess_get_if_exited(process_.get()) != FALSE;
+    result_.status = hasExited ? g_subprocess_get_exit_status(process_.get()) : -1;
     return result_;
 }
 
@@ -133,27 +76,26 @@ bool Program::waitFor(const std::string& collected, const std::string& text) {
 }
 
 bool Program::collect(std::chrono::steady_clock::time_point deadline) {
-    std::array<pollfd, 2> waiting{{{outputPipe_, POLLIN, 0}, {errorsPipe_, POLLIN, 0}}};
+    std::array<pollfd, 2> waiting{{{pipes_[0], POLLIN, 0}, {pipes_[1], POLLIN, 0}}};
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
-    if ((outputPipe_ < 0 && errorsPipe_ < 0) || left.count() <= 0 ||
+    if ((pipes_[0] < 0 && pipes_[1] < 0) || left.count() <= 0 ||
         ::poll(waiting.data(), waiting.size(), static_cast<int>(left.count())) <= 0) {
         return false;
     }
-    const auto read = [](const pollfd& ready, int& descriptor, std::string& text) {
-        if (descriptor < 0 || ready.revents == 0) {
-            return;
+    const std::array<std::string*, 2> texts{&result_.output, &result_.errors};
+    for (std::size_t i = 0; i < waiting.size(); ++i) {
+        if (waiting[i].revents == 0) {
+            continue;
         }
         std::array<char, 4096> buffer{};
-        const auto count = ::read(descriptor, buffer.data(), buffer.size());
+        const auto count = ::read(pipes_[i], buffer.data(), buffer.size());
         if (count > 0) {
-            text.append(buffer.data(), static_cast<std::size_t>(count));
+            texts[i]->append(buffer.data(), static_cast<std::size_t>(count));
         } else {
-            closeOnce(descriptor);
+            pipes_[i] = -1;
         }
-    };
-    read(waiting[0], outputPipe_, result_.output);
-    read(waiting[1], errorsPipe_, result_.errors);
+    }
     return true;
 }
 

@@ -2,11 +2,13 @@
 
 #include <sys/types.h>
 
+#include <array>
 #include <chrono>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
+
+#include "platform/linux/glib/GLibHandles.h"
 
 namespace thermopix {
 
@@ -28,16 +30,16 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    [[nodiscard]] pid_t pid() const { return pid_; }
+    [[nodiscard]] pid_t pid() const;
 
     /// Collects output until it holds `text`; false when the program ends or the patience is over before.
-    [[nodiscard]] bool waitForOutput(const std::string& text);
-    [[nodiscard]] bool waitForErrors(const std::string& text);
+    [[nodiscard]] bool waitForOutput(const std::string& text) { return waitFor(result_.output, text); }
+    [[nodiscard]] bool waitForErrors(const std::string& text) { return waitFor(result_.errors, text); }
 
-    void signal(int number) const;
+    void signal(int number) const { g_subprocess_send_signal(process_.get(), number); }
 
     /// Whether the program has ended by itself; does not wait.
-    [[nodiscard]] bool hasEnded();
+    [[nodiscard]] bool hasEnded() const { return g_subprocess_get_identifier(process_.get()) == nullptr; }
 
     /// Reads everything until the program ends by itself; a program that does not end is killed and has status -1.
     [[nodiscard]] Result finish();
@@ -53,11 +55,9 @@ private:
     bool collect(std::chrono::steady_clock::time_point deadline);
     [[nodiscard]] bool waitFor(const std::string& collected, const std::string& text);
 
-    pid_t pid_ = -1;
-    int outputPipe_ = -1;
-    int errorsPipe_ = -1;
-    /// The status of the process once it has been reaped.
-    std::optional<int> waited_;
+    GObjectHandle<GSubprocess> process_;
+    /// Of output and errors; negative after their end.
+    std::array<int, 2> pipes_{};
     Result result_;
 };
 

@@ -1,15 +1,13 @@
 #include "platform/linux/application/AutostartLoginItem.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
+#include <utility>
 
 #include "environment/AppInfo.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace thermopix {
 namespace {
@@ -19,48 +17,36 @@ namespace fs = std::filesystem;
 class AutostartLoginItemTest : public testing::Test {
 protected:
     AutostartLoginItemTest() {
-        std::string pattern = (fs::temp_directory_path() / "thermopix-autostart-XXXXXX").string();
-        root = mkdtemp(pattern.data());
-        program = root / "bin with $ 50% \"quotes\"" / "thermopix";
-        fs::create_directories(program.parent_path());
-        std::ofstream(program) << "#!/bin/sh\n";
-        fs::permissions(program, fs::perms::owner_all);
-        places.userFolder = (root / "user").string();
-        places.systemFolders = {(root / "system").string()};
+        places.userFolder = root.path("user").string();
+        places.systemFolders = {root.path("system").string()};
         places.currentDesktops = {"XFCE"};
         places.program = program.string();
     }
-    ~AutostartLoginItemTest() override { fs::remove_all(root); }
 
     [[nodiscard]] AutostartLoginItem item() const { return AutostartLoginItem(places); }
 
-    [[nodiscard]] fs::path entry(const std::string& folder) const {
-        return root / folder / "autostart" / (std::string(AppInfo::identifier) + ".desktop");
+    [[nodiscard]] static fs::path name(const std::string& folder) {
+        return fs::path(folder) / "autostart" / (std::string(AppInfo::identifier) + ".desktop");
     }
+    [[nodiscard]] fs::path entry(const std::string& folder) const { return root.path() / name(folder); }
 
     void write(const std::string& folder, const std::string& text) const {
-        fs::create_directories(entry(folder).parent_path());
-        std::ofstream(entry(folder)) << "[Desktop Entry]\nType=Application\nName=Thermopix\n" << text;
+        root.write(name(folder), "[Desktop Entry]\nType=Application\nName=Thermopix\n" + text);
     }
-
-    [[nodiscard]] std::string read(const std::string& folder) const {
-        std::ostringstream text;
-        text << std::ifstream(entry(folder)).rdbuf();
-        return text.str();
-    }
+    [[nodiscard]] std::string read(const std::string& folder) const { return root.read(name(folder)); }
 
     // The Exec line that the program writes for itself.
     [[nodiscard]] std::string ownExec() const {
         AutostartLoginItem::Places other = places;
-        other.userFolder = (root / "scratch").string();
+        other.userFolder = root.path("scratch").string();
         EXPECT_EQ(AutostartLoginItem(other).setEnabled(true), std::nullopt);
         const std::string text = read("scratch");
         const auto start = text.find("Exec=");
         return text.substr(start, text.find('\n', start) - start) + "\n";
     }
 
-    fs::path root;
-    fs::path program;
+    TemporaryFolder root;
+    fs::path program = root.script("bin with $ 50% \"quotes\"/thermopix", "");
     AutostartLoginItem::Places places;
 };
 
@@ -91,25 +77,20 @@ TEST_F(AutostartLoginItemTest, SwitchesAHiddenEntryOnWhenAsked) {
     EXPECT_TRUE(item().isEnabled());
 }
 
-TEST_F(AutostartLoginItemTest, ReadsADisabledEntryAsOff) {
-    write("user", ownExec() + "X-GNOME-Autostart-enabled=false\n");
-    EXPECT_FALSE(item().isEnabled());
-}
-
-TEST_F(AutostartLoginItemTest, JudgesForTheCurrentDesktop) {
-    write("user", ownExec() + "OnlyShowIn=GNOME;\n");
-    EXPECT_FALSE(item().isEnabled());
-    write("user", ownExec() + "OnlyShowIn=GNOME;XFCE;\n");
-    EXPECT_TRUE(item().isEnabled());
-    write("user", ownExec() + "NotShowIn=XFCE;\n");
-    EXPECT_FALSE(item().isEnabled());
-}
-
-TEST_F(AutostartLoginItemTest, ReadsAnEntryWhoseProgramIsMissingAsOff) {
-    const std::string exec = ownExec();
-    write("user", exec + "TryExec=/nonexistent/thermopix\n");
-    EXPECT_FALSE(item().isEnabled());
-    write("user", exec);
+TEST_F(AutostartLoginItemTest, JudgesAnEntryByWhatItSays) {
+    const std::pair<const char*, bool> entries[] = {
+        {"", true},
+        {"X-GNOME-Autostart-enabled=false\n", false},
+        {"OnlyShowIn=GNOME;\n", false},
+        {"OnlyShowIn=GNOME;XFCE;\n", true},
+        {"NotShowIn=XFCE;\n", false},
+        {"TryExec=/nonexistent/thermopix\n", false},
+    };
+    for (const auto& [text, isEnabled] : entries) {
+        write("user", ownExec() + text);
+        EXPECT_EQ(item().isEnabled(), isEnabled) << text;
+    }
+    write("user", ownExec());
     fs::remove(program);
     EXPECT_FALSE(item().isEnabled());
 }
@@ -127,7 +108,7 @@ TEST_F(AutostartLoginItemTest, IsNotFooledByAnEntryThatStartsAnotherProgram) {
 }
 
 TEST_F(AutostartLoginItemTest, AcceptsALinkToTheSameProgram) {
-    const fs::path link = root / "link-to-thermopix";
+    const fs::path link = root.path("link-to-thermopix");
     fs::create_symlink(program, link);
     write("user", "Exec=" + link.string() + "\n");
     EXPECT_TRUE(item().isEnabled());
@@ -145,8 +126,7 @@ TEST_F(AutostartLoginItemTest, HidesAnEntryOfTheWholeSystemForTheUserOnly) {
 }
 
 TEST_F(AutostartLoginItemTest, ReadsGarbageAsOff) {
-    fs::create_directories(entry("user").parent_path());
-    std::ofstream(entry("user")) << "\x00\xff not an entry";
+    root.write(name("user"), "\x00\xff not an entry");
     EXPECT_FALSE(item().isEnabled());
     fs::remove(entry("user"));
     fs::create_symlink("/nonexistent", entry("user"));
@@ -154,7 +134,7 @@ TEST_F(AutostartLoginItemTest, ReadsGarbageAsOff) {
 }
 
 TEST_F(AutostartLoginItemTest, SaysWhyItCannotWrite) {
-    std::ofstream(places.userFolder) << "a file in place of the folder";
+    root.write("user", "a file in place of the folder");
     const auto refused = item().setEnabled(true);
     ASSERT_TRUE(refused.has_value());
     EXPECT_NE(refused->description.find("autostart"), std::string::npos);

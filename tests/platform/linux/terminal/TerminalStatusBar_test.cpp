@@ -20,6 +20,7 @@
 
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
+#include "platform/linux/files/Descriptor.h"
 #include "platform/linux/glib/GLibMainLoop.h"
 #include "platform/linux/glib/GLibSignals.h"
 #include "platform/linux/terminal/TerminalEmulator.h"
@@ -32,35 +33,17 @@ using Lines = std::vector<std::string>;
 
 const EnvironmentVariables capable{{"TERM", "xterm-256color"}};
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&&) = delete;
-    ~Descriptor() { close(); }
-
-    [[nodiscard]] int get() const { return number_; }
-    void close() {
-        if (number_ >= 0) {
-            ::close(std::exchange(number_, -1));
-        }
+/// What is there to be read now.
+std::string readAvailable(const Descriptor& descriptor) {
+    fcntl(descriptor.get(), F_SETFL, fcntl(descriptor.get(), F_GETFL) | O_NONBLOCK);
+    std::string all;
+    std::array<char, 4096> buffer{};
+    ssize_t count = 0;
+    while ((count = ::read(descriptor.get(), buffer.data(), buffer.size())) > 0) {
+        all.append(buffer.data(), static_cast<std::size_t>(count));
     }
-
-    /// What is there to be read now.
-    [[nodiscard]] std::string readAvailable() const {
-        fcntl(number_, F_SETFL, fcntl(number_, F_GETFL) | O_NONBLOCK);
-        std::string all;
-        std::array<char, 4096> buffer{};
-        ssize_t count = 0;
-        while ((count = ::read(number_, buffer.data(), buffer.size())) > 0) {
-            all.append(buffer.data(), static_cast<std::size_t>(count));
-        }
-        return all;
-    }
-
-private:
-    int number_;
-};
+    return all;
+}
 
 /// A terminal of our own: what the program writes to `program`, the emulator shows.
 class PseudoTerminal {
@@ -77,7 +60,7 @@ public:
 
     /// Shows what has been written; returns its bytes.
     std::string show() {
-        const auto bytes = device.readAvailable();
+        const auto bytes = readAvailable(device);
         screen.feed(bytes);
         return bytes;
     }
@@ -266,50 +249,41 @@ TEST_F(TerminalStatusBarTest, APipeGetsOneLineForEachChangeOfTheDescriptionWritt
     auto item = bar.makeStatusItem();
     EXPECT_TRUE(item->hasButton());
     draw(*item, image(57));
-    EXPECT_EQ(reader.readAvailable(), "57 degrees Celsius\n");
+    EXPECT_EQ(readAvailable(reader), "57 degrees Celsius\n");
     draw(*item, image(57, PixelStyle::micro));
     draw(*item, image(57));
-    EXPECT_EQ(reader.readAvailable(), "") << "Neither a blink nor another look is news";
+    EXPECT_EQ(readAvailable(reader), "") << "Neither a blink nor another look is news";
     draw(*item, image(58));
     draw(*item, image(57));
     std::array<char, 256> packet{};
     const auto length = ::read(reader.get(), packet.data(), packet.size());
     ASSERT_GT(length, 0);
     EXPECT_EQ(std::string(packet.data(), static_cast<std::size_t>(length)), "58 degrees Celsius\n");
-    EXPECT_EQ(reader.readAvailable(), "57 degrees Celsius\n");
+    EXPECT_EQ(readAvailable(reader), "57 degrees Celsius\n");
     EXPECT_EQ(timesLost, 0);
 }
 
 TEST_F(TerminalStatusBarTest, AReaderThatHasGoneIsReportedOnceAndNotWrittenToAgain) {
+    const auto expectLoss = [this](Descriptor& reader, const Descriptor& writer) {
+        timesLost = 0;
+        TerminalStatusBar bar(writer.get(), capable, lost);
+        auto item = bar.makeStatusItem();
+        draw(*item, image(57));
+        EXPECT_EQ(timesLost, 0);
+        reader = Descriptor(-1);
+        draw(*item, image(58));
+        EXPECT_EQ(timesLost, 1);
+        const auto writes = writesSoFar();
+        draw(*item, image(59));
+        EXPECT_EQ(writesSoFar(), writes);
+        EXPECT_EQ(timesLost, 1);
+    };
     std::array<int, 2> ends{};
     ASSERT_EQ(pipe(ends.data()), 0);
     Descriptor reader(ends[0]);
-    const Descriptor writer(ends[1]);
-    TerminalStatusBar bar(writer.get(), capable, lost);
-    auto item = bar.makeStatusItem();
-    draw(*item, image(57));
-    EXPECT_EQ(timesLost, 0);
-    reader.close();
-    draw(*item, image(58));
-    EXPECT_EQ(timesLost, 1);
-    const auto writes = writesSoFar();
-    draw(*item, image(59));
-    EXPECT_EQ(writesSoFar(), writes);
-    EXPECT_EQ(timesLost, 1);
-}
-
-TEST_F(TerminalStatusBarTest, ATerminalThatHasGoneIsReportedOnceAndNotWrittenToAgain) {
+    expectLoss(reader, Descriptor(ends[1]));
     PseudoTerminal terminal(80);
-    TerminalStatusBar bar(terminal.program.get(), capable, lost);
-    auto item = bar.makeStatusItem();
-    draw(*item, image(57));
-    terminal.device.close();
-    draw(*item, image(58));
-    EXPECT_EQ(timesLost, 1);
-    const auto writes = writesSoFar();
-    draw(*item, image(59));
-    EXPECT_EQ(writesSoFar(), writes);
-    EXPECT_EQ(timesLost, 1);
+    expectLoss(terminal.device, terminal.program);
 }
 
 TEST_F(TerminalStatusBarTest, ANonBlockingPipeThatIsFullLosesNothing) {
@@ -325,7 +299,7 @@ TEST_F(TerminalStatusBarTest, ANonBlockingPipeThatIsFullLosesNothing) {
     std::string read;
     std::thread drain([&] {
         while (!read.ends_with('\n')) {
-            read += reader.readAvailable();
+            read += readAvailable(reader);
         }
     });
     draw(*item, image(57));

@@ -26,6 +26,7 @@ constexpr RgbaColor black{0, 0, 0};
 const RgbaColor mid = trayInk({TrayInkTone::mid, {}}, TrayInkRule::colorScheme, {}).full;
 
 using Names = std::vector<std::string>;
+using Points = std::vector<std::pair<std::int32_t, std::int32_t>>;
 
 StatusItemImage imageOf(std::int64_t value, PixelPet pet = PixelPet::none, bool blinking = false) {
     Display display;
@@ -74,6 +75,31 @@ protected:
         host_->itemSignals.clear();
     }
 
+    /// Another tray takes over.
+    void moveTo(std::string_view processName) {
+        host_.reset();
+        nameProcess(processName);
+        host_.emplace();
+        ASSERT_TRUE(host_->waitForRegistration());
+    }
+
+    /// Another tray draws beside the one in this process.
+    [[nodiscard]] GObjectHandle<GDBusConnection> otherHost(const char* processName,
+                                                           const char* busName = "org.kde.StatusNotifierHost-4711-1") {
+        folder_.write("proc/4711/comm", std::string(processName) + "\n");
+        auto other = TestBus::instance().connect();
+        takeName(other.get(), busName);
+        return other;
+    }
+
+    void expectPictures(TrayPictureSet set, RgbaColor color, const StatusItemImage& image = imageOf(72)) const {
+        EXPECT_EQ(host_->pictures(), expectedPictures(image, set, color));
+    }
+
+    [[nodiscard]] bool waitForPictures(TrayPictureSet set, RgbaColor color) const {
+        return runUntil([&] { return host_->pictures() == expectedPictures(imageOf(72), set, color); });
+    }
+
     [[nodiscard]] bool waitFor(TrayPresence presence) {
         return runUntil([this, presence] { return bar_->presence().value() == presence; });
     }
@@ -87,7 +113,7 @@ protected:
     TemporaryFolder folder_;
     RecordingLog log_;
     TestMenuSource menu_;
-    std::vector<std::pair<std::int32_t, std::int32_t>> popups_;
+    Points popups_;
     std::vector<std::string> tokens_;
     std::optional<TestTrayHost> host_;
     std::optional<TrayStatusBar> bar_;
@@ -104,7 +130,7 @@ TEST_F(TrayStatusBarTest, RegistersByItsBusName) {
 TEST_F(TrayStatusBarTest, RegistersByPathWithTheTrayThatOpensOnlyMenusOfSuchItems) {
     showIn("xapp-sn-watcher");
     EXPECT_EQ(host_->registrations[0].reference, "/org/ayatana/NotificationItem/thermopix");
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, mid));
+    expectPictures(TrayPictureSet::bar, mid);
 }
 
 TEST_F(TrayStatusBarTest, RegistersByConnectionWhenItsNameIsTaken) {
@@ -152,46 +178,37 @@ TEST_F(TrayStatusBarTest, HasThePropertiesThatTraysRead) {
 
 TEST_F(TrayStatusBarTest, AWideTrayGetsTheReadoutAndASquareOneTheDigits) {
     showIn("waybar");
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
-    host_.reset();
-    nameProcess("swaybar");
-    host_.emplace();
-    ASSERT_TRUE(host_->waitForRegistration());
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, white));
+    expectPictures(TrayPictureSet::bar, white);
+    moveTo("swaybar");
+    expectPictures(TrayPictureSet::square, white);
 }
 
 TEST_F(TrayStatusBarTest, ATrayWhoseProcessIsUnknownGetsTheDigits) {
     host_.emplace();
     makeItem();
     ASSERT_TRUE(host_->waitForRegistration());
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, mid));
+    expectPictures(TrayPictureSet::square, mid);
 }
 
 TEST_F(TrayStatusBarTest, AnotherKindOfTrayBesideAWideOneMeansDigits) {
-    folder_.write("proc/4711/comm", "swaybar\n");
-    const auto other = TestBus::instance().connect();
-    takeName(other.get(), "org.kde.StatusNotifierHost-4711-1");
+    const auto other = otherHost("swaybar");
     showIn("waybar");
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, mid));
+    expectPictures(TrayPictureSet::square, mid);
 }
 
 TEST_F(TrayStatusBarTest, AnotherTrayThatJoinsLaterIsNoticed) {
     showIn("waybar");
-    folder_.write("proc/4711/comm", "swaybar\n");
-    const auto other = TestBus::instance().connect();
-    takeName(other.get(), "org.kde.StatusNotifierHost-4711-1");
+    const auto other = otherHost("swaybar");
     host_->startDrawing();
     ASSERT_TRUE(runUntil([this] { return !host_->itemSignals.empty(); }));
     EXPECT_EQ(signals(), Names{"NewIcon"});
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, mid));
+    expectPictures(TrayPictureSet::square, mid);
 }
 
 TEST_F(TrayStatusBarTest, AnotherTrayOfTheSameKindChangesNothing) {
-    folder_.write("proc/4711/comm", "waybar\n");
-    const auto other = TestBus::instance().connect();
-    takeName(other.get(), "org.kde.StatusNotifierHost-4711");
+    const auto other = otherHost("waybar", "org.kde.StatusNotifierHost-4711");
     showIn("waybar");
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white);
 }
 
 TEST_F(TrayStatusBarTest, SignalsWhatHasChangedAndNothingElse) {
@@ -199,7 +216,7 @@ TEST_F(TrayStatusBarTest, SignalsWhatHasChangedAndNothingElse) {
     item_->setImage(imageOf(73));
     item_->setAccessibilityLabel("73 degrees Celsius");
     EXPECT_EQ(signals(), (Names{"NewIcon", "NewTitle", "NewToolTip"}));
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(73), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white, imageOf(73));
     EXPECT_EQ(host_->text("Title"), "'73 degrees Celsius'");
 
     item_->setImage(imageOf(73, PixelPet::cat));
@@ -230,12 +247,9 @@ TEST_F(TrayStatusBarTest, ABlinkingPetIsSeenInAWideTrayOnly) {
     item_->setImage(imageOf(72, PixelPet::cat, true));
     item_->setImage(imageOf(72, PixelPet::cat));
     EXPECT_EQ(signals(), (Names{"NewIcon", "NewIcon"}));
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72, PixelPet::cat), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white, imageOf(72, PixelPet::cat));
 
-    host_.reset();
-    nameProcess("swaybar");
-    host_.emplace();
-    ASSERT_TRUE(host_->waitForRegistration());
+    moveTo("swaybar");
     item_->setImage(imageOf(72, PixelPet::cat, true));
     item_->setImage(imageOf(72, PixelPet::cat));
     EXPECT_EQ(signals(), Names{});
@@ -264,7 +278,7 @@ TEST_F(TrayStatusBarTest, WithoutALabelThePictureSpeaksForItself) {
 TEST_F(TrayStatusBarTest, AnEmptyPictureIsStillAPicture) {
     showIn("waybar");
     item_->setImage(StatusItemImage{});
-    EXPECT_EQ(host_->pictures(), expectedPictures(StatusItemImage{}, TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white, StatusItemImage{});
 }
 
 TEST_F(TrayStatusBarTest, ATrayThatComesLaterGetsTheItem) {
@@ -275,7 +289,7 @@ TEST_F(TrayStatusBarTest, ATrayThatComesLaterGetsTheItem) {
     host_.emplace();
     ASSERT_TRUE(host_->waitForRegistration());
     EXPECT_TRUE(bar_->hasHost());
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(80), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white, imageOf(80));
 }
 
 TEST_F(TrayStatusBarTest, ATrayThatRestartsGetsTheItemAgain) {
@@ -365,19 +379,16 @@ TEST_F(TrayStatusBarTest, ActivateIsThereOnlyForTraysThatNeedIt) {
     EXPECT_NE(host_->callItem("Activate", g_variant_new("(ii)", 1, 2)).error, "");
     EXPECT_TRUE(popups_.empty());
 
-    host_.reset();
-    nameProcess("lxqt-panel");
-    host_.emplace();
-    ASSERT_TRUE(host_->waitForRegistration());
+    moveTo("lxqt-panel");
     EXPECT_NE(host_->introspection().find("\"Activate\""), std::string::npos);
     EXPECT_EQ(host_->callItem("Activate", g_variant_new("(ii)", 1, 2)).error, "");
-    EXPECT_EQ(popups_, (std::vector<std::pair<std::int32_t, std::int32_t>>{{1, 2}}));
+    EXPECT_EQ(popups_, (Points{{1, 2}}));
 }
 
 TEST_F(TrayStatusBarTest, ContextMenuShowsThePopup) {
     showIn("swaybar");
     EXPECT_EQ(host_->callItem("ContextMenu", g_variant_new("(ii)", 300, 4)).error, "");
-    EXPECT_EQ(popups_, (std::vector<std::pair<std::int32_t, std::int32_t>>{{300, 4}}));
+    EXPECT_EQ(popups_, (Points{{300, 4}}));
     EXPECT_EQ(host_->callItem("ProvideXdgActivationToken", g_variant_new("(s)", "token-1")).error, "");
     EXPECT_EQ(tokens_, Names{"token-1"});
     EXPECT_EQ(host_->callItem("SecondaryActivate", g_variant_new("(ii)", 1, 2)).error, "");
@@ -468,31 +479,27 @@ TEST_F(TrayStatusBarTest, TwoItemsAreToldApart) {
     second->setImage(imageOf(55));
     ASSERT_TRUE(host_->waitForRegistration(2));
     EXPECT_EQ(host_->registrations[1].reference, "/StatusNotifierItem/2");
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(55), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white, imageOf(55));
     host_->registrations.pop_back();
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white);
 }
 
 TEST_F(TrayStatusBarTest, InkFollowsTheColorSchemeOfThePortal) {
     TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_variant(g_variant_new_uint32(2)));
     showIn("kded5");
-    const auto has = [this](RgbaColor color) {
-        return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::square, color);
-    };
-    EXPECT_TRUE(runUntil([&has] { return has(black); }));
+    EXPECT_TRUE(waitForPictures(TrayPictureSet::square, black));
     static_cast<void>(signals());
     portal.change(g_variant_new_uint32(1));
-    EXPECT_TRUE(runUntil([&has] { return has(white); }));
+    EXPECT_TRUE(waitForPictures(TrayPictureSet::square, white));
     EXPECT_EQ(signals(), Names{"NewIcon"});
     portal.change(g_variant_new_uint32(0));
-    EXPECT_TRUE(runUntil([&has] { return has(mid); }));
+    EXPECT_TRUE(waitForPictures(TrayPictureSet::square, mid));
 }
 
 TEST_F(TrayStatusBarTest, PortalNewsThatDoNotMatterAreIgnored) {
     TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_uint32(1));
     showIn("kded5");
-    ASSERT_TRUE(
-        runUntil([this] { return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::square, white); }));
+    ASSERT_TRUE(waitForPictures(TrayPictureSet::square, white));
     static_cast<void>(signals());
     portal.announce(g_variant_new("(ssv)", "org.freedesktop.appearance", "contrast", g_variant_new_uint32(2)));
     portal.announce(g_variant_new("(ssv)", "org.gnome.desktop.interface", "color-scheme", g_variant_new_uint32(2)));
@@ -501,8 +508,7 @@ TEST_F(TrayStatusBarTest, PortalNewsThatDoNotMatterAreIgnored) {
     settle(host_->connection());
     EXPECT_EQ(signals(), Names{});
     portal.change(g_variant_new_string("dark"));
-    EXPECT_TRUE(
-        runUntil([this] { return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::square, mid); }));
+    EXPECT_TRUE(waitForPictures(TrayPictureSet::square, mid));
 }
 
 TEST_F(TrayStatusBarTest, ThePortalIsNotAskedWhereTheBarIsKnown) {
@@ -510,29 +516,26 @@ TEST_F(TrayStatusBarTest, ThePortalIsNotAskedWhereTheBarIsKnown) {
     showIn("waybar");
     settle(host_->connection());
     EXPECT_EQ(portal.readCount, 0);
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, white));
+    expectPictures(TrayPictureSet::bar, white);
 }
 
 TEST_F(TrayStatusBarTest, InkFollowsTheXfcePanel) {
     TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_uint32(2));
     TestDesktopSettings xfconf(TestDesktopSettings::xfconf, g_variant_new_boolean(FALSE));
     showIn("panel-6-systray");
-    const auto has = [this](RgbaColor color) {
-        return host_->pictures() == expectedPictures(imageOf(72), TrayPictureSet::xfcePanel, color);
-    };
-    EXPECT_TRUE(runUntil([&has] { return has(black); }));
+    EXPECT_TRUE(waitForPictures(TrayPictureSet::xfcePanel, black));
     xfconf.change(g_variant_new_boolean(TRUE));
-    EXPECT_TRUE(runUntil([&has] { return has(white); }));
+    EXPECT_TRUE(waitForPictures(TrayPictureSet::xfcePanel, white));
     xfconf.announce(g_variant_new("(ssv)", "xfce4-panel", "/panels/panel-1/size", g_variant_new_boolean(FALSE)));
     settle(host_->connection());
-    EXPECT_TRUE(has(white));
+    expectPictures(TrayPictureSet::xfcePanel, white);
 }
 
 TEST_F(TrayStatusBarTest, TheUserMayOverruleShapeAndInk) {
     folder_.write("desktop.conf", "[Desktop]\nShape=square\nInk=#ff8000\nPlace=tray\n");
     showIn("waybar");
     EXPECT_EQ(bar_->choices().place, TrayPlace::tray);
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::square, {255, 128, 0}));
+    expectPictures(TrayPictureSet::square, {255, 128, 0});
 }
 
 TEST_F(TrayStatusBarTest, AReloadAppliesWhatHasChanged) {
@@ -542,7 +545,7 @@ TEST_F(TrayStatusBarTest, AReloadAppliesWhatHasChanged) {
     folder_.write("desktop.conf", "[Desktop]\nInk=dark\nShape=nonsense\n");
     bar_->reload();
     EXPECT_EQ(signals(), Names{"NewIcon"});
-    EXPECT_EQ(host_->pictures(), expectedPictures(imageOf(72), TrayPictureSet::bar, black));
+    expectPictures(TrayPictureSet::bar, black);
     ASSERT_EQ(log_.lines.size(), 1U);
     EXPECT_NE(log_.lines[0].find("Shape cannot be \"nonsense\""), std::string::npos);
 }
