@@ -112,6 +112,13 @@ std::string lowercased(std::string_view text) {
     return lower;
 }
 
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n\v\f";
+    const auto first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
 std::string repairedUtf8(std::string_view bytes) {
     std::string repaired;
     repaired.reserve(bytes.size());

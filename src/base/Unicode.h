@@ -20,8 +20,16 @@ void forEachCharacter(std::string_view text, FunctionView<void(std::string_view)
 
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 
+/// A letter of ASCII in lower case; any other byte as it is.
+[[nodiscard]] constexpr char lowercasedAscii(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
 /// Full lower-casing without a locale; bytes that are no UTF-8 stay as they are.
 [[nodiscard]] std::string lowercased(std::string_view text);
+
+/// The text without the blanks of ASCII around it.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
 
 /// The text with every invalid sequence replaced by U+FFFD.
 [[nodiscard]] std::string repairedUtf8(std::string_view bytes);

@@ -11,7 +11,6 @@
 
 #include "diagnostics/Checklist.h"
 #include "diagnostics/FixedWidthCheck.h"
-#include "diagnostics/Machine.h"
 #include "pixels/PixelPet.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/PixelSize.h"
@@ -94,8 +93,7 @@ void checkStyle(PixelStyle style, TemperatureMonitor& monitor, Checklist& checkl
 std::int32_t run(Platform& platform, StandardOutput& output) {
     const auto& system = platform.systemInformation();
     output.line("=== Thermopix acceptance self-test ===");
-    output.line(
-        fmt::format("{} · {} · {}", Machine::model(system), Machine::cpu(system), system.operatingSystemVersion()));
+    output.line(fmt::format("{} · {} · {}", system.model(), system.processor(), system.operatingSystemVersion()));
 
     Checklist checklist(output);
     HIDTemperatureSensor sensor(platform.hidSymbols(), platform.log());

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "base/Unicode.h"
-#include "diagnostics/Machine.h"
 #include "diagnostics/ReadCost.h"
 #include "diagnostics/SensorCostReport.h"
 #include "diagnostics/SensorDiagnosis.h"
@@ -29,9 +28,9 @@ std::string headerLine(std::string_view label, std::string_view value) {
 void printMachine(const SystemInformation& system, StandardOutput& output) {
     output.line(headerLine("bundle:", system.bundlePath()));
     output.line(headerLine("version:", fmt::format("{} ({})", AppInfo::shortVersion(system), AppInfo::build(system))));
-    output.line(headerLine("machine:", fmt::format("{}  ·  {}", Machine::model(system), Machine::cpu(system))));
+    output.line(headerLine("machine:", fmt::format("{}  ·  {}", system.model(), system.processor())));
     output.line(headerLine("macOS:", system.operatingSystemVersion()));
-    if (Machine::integer(system, "kern.hv_vmm_present") == 1) {
+    if (system.isVirtualMachine()) {
         output.line(headerLine("", "⚠︎ running in a virtual machine — guests publish no thermal sensors"));
     }
 }

@@ -14,10 +14,6 @@ namespace thermopix {
 
 namespace {
 
-bool contains(Arguments arguments, std::string_view flag) {
-    return std::find(arguments.begin(), arguments.end(), flag) != arguments.end();
-}
-
 std::unique_ptr<PreferencesStore> makeStore(Arguments arguments, UserDefaultsDatabases& databases) {
     if (const auto name = AppEnvironment::value(Options::defaultsSuite, arguments)) {
         return PreferencesStore::suite(databases, *name);
@@ -29,10 +25,10 @@ std::unique_ptr<PreferencesStore> makeStore(Arguments arguments, UserDefaultsDat
 
 AppEnvironment::AppEnvironment(Arguments arguments, const EnvironmentVariables& variables, Platform& platform)
     : platform_(platform),
-      isUITest_(contains(arguments, Options::fakeSensor) || contains(arguments, Options::showPreferences)),
-      shouldShowPreferencesOnLaunch_(contains(arguments, Options::showPreferences)),
+      isUITest_(isGiven(Options::fakeSensor, arguments) || isGiven(Options::showPreferences, arguments)),
+      shouldShowPreferencesOnLaunch_(isGiven(Options::showPreferences, arguments)),
       store_(makeStore(arguments, platform.userDefaults())) {
-    const bool isFake = contains(arguments, Options::fakeSensor);
+    const bool isFake = isGiven(Options::fakeSensor, arguments);
     if (isFake) {
         sensor_ = std::make_unique<FakeTemperatureSensor>(FakeTemperatureSensor::appleSiliconFixture(), true);
         loginItem_ = std::make_unique<FakeLoginItem>(false);

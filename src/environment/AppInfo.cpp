@@ -2,22 +2,12 @@
 
 namespace thermopix::AppInfo {
 
-namespace {
-
-constexpr std::string_view missing = "—";
-
-std::string information(const SystemInformation& system, std::string_view key) {
-    return system.bundleInformation(key).value_or(std::string(missing));
-}
-
-}  // namespace
-
 std::string shortVersion(const SystemInformation& system) {
-    return information(system, "CFBundleShortVersionString");
+    return system.shortVersion().value_or("—");
 }
 
 std::string build(const SystemInformation& system) {
-    return information(system, "CFBundleVersion");
+    return system.build().value_or("—");
 }
 
 }  // namespace thermopix::AppInfo

@@ -87,6 +87,10 @@ std::string helpText() {
     return text;
 }
 
+bool isGiven(std::string_view flag, std::span<const std::string> arguments) {
+    return std::find(arguments.begin(), arguments.end(), flag) != arguments.end();
+}
+
 std::vector<std::string> unknownArguments(std::span<const std::string> arguments) {
     std::vector<std::string> unknown;
     for (std::size_t i = 1; i < arguments.size(); ++i) {
@@ -101,9 +105,7 @@ std::vector<std::string> unknownArguments(std::span<const std::string> arguments
 }
 
 ChosenRunMode chooseRunMode(std::span<const std::string> arguments) {
-    const auto has = [&](std::string_view flag) {
-        return std::find(arguments.begin(), arguments.end(), flag) != arguments.end();
-    };
+    const auto has = [&](std::string_view flag) { return isGiven(flag, arguments); };
     if (has(Options::sensors)) {
         return {RunMode::sensorDump, {}};
     }

@@ -36,6 +36,8 @@ inline constexpr std::string_view version = "--version";
 /// The text of `--help`, lines ended by line feeds.
 [[nodiscard]] std::string helpText();
 
+[[nodiscard]] bool isGiven(std::string_view flag, std::span<const std::string> arguments);
+
 /// Arguments after the program's path that no option knows and that are no option's value.
 [[nodiscard]] std::vector<std::string> unknownArguments(std::span<const std::string> arguments);
 

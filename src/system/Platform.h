@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "system/DiagnosticLog.h"
 #include "system/HIDSymbols.h"
@@ -24,6 +25,12 @@ namespace thermopix {
 /// The process's arguments, its own path first.
 using Arguments = std::span<const std::string>;
 using EnvironmentVariables = std::map<std::string, std::string, std::less<>>;
+
+/// The text of a variable; empty where it is not set.
+[[nodiscard]] inline std::string_view textOf(const EnvironmentVariables& variables, std::string_view name) {
+    const auto found = variables.find(name);
+    return found == variables.end() ? std::string_view() : std::string_view(found->second);
+}
 
 /// The services of one system, owned by it for the life of the process. What costs something to open is made when
 /// first asked for.

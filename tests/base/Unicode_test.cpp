@@ -49,5 +49,12 @@ TEST(Unicode, PadsToColumnsOfCharactersNotBytes) {
     EXPECT_EQ(paddedRight("abcd", 3), "abcd");
 }
 
+TEST(Unicode, TrimsTheBlanksOfAsciiOnly) {
+    EXPECT_EQ(trimmed(" \t\r\n\v\f"), "");
+    EXPECT_EQ(trimmed(""), "");
+    EXPECT_EQ(trimmed("\t a b \r\n"), "a b");
+    EXPECT_EQ(trimmed("\u00A0x"), "\u00A0x");
+}
+
 }  // namespace
 }  // namespace thermopix

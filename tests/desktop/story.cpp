@@ -162,8 +162,8 @@ void addOperations(std::vector<Operation>& operations, const ViewNode& node) {
 class Narrator {
 public:
     Narrator(std::string version, std::string build) {
-        platform_.system.bundle = {{"CFBundleShortVersionString", std::move(version)},
-                                   {"CFBundleVersion", std::move(build)}};
+        platform_.system.bundleVersion = std::move(version);
+        platform_.system.bundleBuild = std::move(build);
         view_.appear();
     }
 

@@ -3,11 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "diagnostics/AcceptanceSelfTest.h"
@@ -35,32 +32,21 @@ std::vector<std::string> machineNames() {
 }
 
 /// What the captured machine says of itself, with a bundle that is the same wherever the test runs.
-class CapturedInformation final : public SystemInformation {
-public:
-    explicit CapturedInformation(const std::filesystem::path& root) : machine_(root) {}
-
-    [[nodiscard]] std::optional<std::string> bytes(std::string_view name) const override {
-        return machine_.bytes(name);
-    }
-    [[nodiscard]] std::optional<std::int32_t> integer(std::string_view name) const override {
-        return machine_.integer(name);
-    }
-    [[nodiscard]] std::string operatingSystemVersion() const override { return machine_.operatingSystemVersion(); }
-    [[nodiscard]] std::string bundlePath() const override { return bundle_.bundlePath(); }
-    [[nodiscard]] std::optional<std::string> bundleInformation(std::string_view key) const override {
-        return bundle_.bundleInformation(key);
-    }
-
-private:
-    LinuxSystemInformation machine_;
-    FakeSystemInformation bundle_;
-};
+FakeSystemInformation capturedInformation(const std::filesystem::path& root) {
+    const LinuxSystemInformation machine(root);
+    FakeSystemInformation information;
+    information.machineModel = machine.model();
+    information.machineProcessor = machine.processor();
+    information.isVirtual = machine.isVirtualMachine();
+    information.version = machine.operatingSystemVersion();
+    return information;
+}
 
 class FixtureMachines : public testing::TestWithParam<std::string> {
 protected:
     std::filesystem::path root = machinesRoot / GetParam();
     SysfsHIDSymbols sensors{root, "libthermopix-absent.so"};
-    CapturedInformation information{root};
+    FakeSystemInformation information = capturedInformation(root);
     SysfsThermalState state{root};
     ReportPlatform platform{sensors, information, state};
     RecordingOutput output;

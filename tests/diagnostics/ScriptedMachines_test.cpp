@@ -76,7 +76,7 @@ const Machine machines[] = {
      }},
     {"no-services", 1, 1, [](FakePlatform&) {}},
     {"no-service-list", 1, 1, [](FakePlatform& platform) { platform.hid.listsServices = false; }},
-    {"virtual-machine", 1, 1, [](FakePlatform& platform) { platform.system.integers["kern.hv_vmm_present"] = 1; }},
+    {"virtual-machine", 1, 1, [](FakePlatform& platform) { platform.system.isVirtual = true; }},
     {"out-of-band", 1, 1,
      [](FakePlatform& platform) {
          platform.thermal.state = 3;

@@ -16,14 +16,15 @@ TEST(AppInfo, TakesVersionAndBuildFromTheBundle) {
 
 TEST(AppInfo, IsAnEmDashWhereTheBundleSaysNothing) {
     FakeSystemInformation system;
-    system.bundle.clear();
+    system.bundleVersion.reset();
+    system.bundleBuild.reset();
     EXPECT_EQ(AppInfo::shortVersion(system), "\u2014");
     EXPECT_EQ(AppInfo::build(system), "\u2014");
 }
 
 TEST(AppInfo, KeepsAnEmptyTextEmpty) {
     FakeSystemInformation system;
-    system.bundle["CFBundleVersion"] = "";
+    system.bundleBuild = "";
     EXPECT_EQ(AppInfo::build(system), "");
 }
 

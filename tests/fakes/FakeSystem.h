@@ -2,10 +2,8 @@
 
 #include <chrono>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "system/MonotonicClock.h"
 #include "system/SystemInformation.h"
@@ -15,28 +13,21 @@ namespace thermopix {
 
 class FakeSystemInformation final : public SystemInformation {
 public:
-    [[nodiscard]] std::optional<std::string> bytes(std::string_view name) const override {
-        const auto entry = texts.find(name);
-        return entry == texts.end() ? std::nullopt : std::optional(entry->second);
-    }
-    [[nodiscard]] std::optional<std::int32_t> integer(std::string_view name) const override {
-        const auto entry = integers.find(name);
-        return entry == integers.end() ? std::nullopt : std::optional(entry->second);
-    }
+    [[nodiscard]] std::string model() const override { return machineModel; }
+    [[nodiscard]] std::string processor() const override { return machineProcessor; }
+    [[nodiscard]] bool isVirtualMachine() const override { return isVirtual; }
     [[nodiscard]] std::string operatingSystemVersion() const override { return version; }
     [[nodiscard]] std::string bundlePath() const override { return path; }
-    [[nodiscard]] std::optional<std::string> bundleInformation(std::string_view key) const override {
-        const auto entry = bundle.find(key);
-        return entry == bundle.end() ? std::nullopt : std::optional(entry->second);
-    }
+    [[nodiscard]] std::optional<std::string> shortVersion() const override { return bundleVersion; }
+    [[nodiscard]] std::optional<std::string> build() const override { return bundleBuild; }
 
-    std::map<std::string, std::string, std::less<>> texts{{"hw.model", "Model One"},
-                                                          {"machdep.cpu.brand_string", "Processor Nine"}};
-    std::map<std::string, std::int32_t, std::less<>> integers;
-    std::map<std::string, std::string, std::less<>> bundle{{"CFBundleShortVersionString", "1.2"},
-                                                           {"CFBundleVersion", "34"}};
+    std::string machineModel = "Model One";
+    std::string machineProcessor = "Processor Nine";
+    bool isVirtual = false;
     std::string version = "Version 12 (Bookworm)";
     std::string path = "/opt/thermopix";
+    std::optional<std::string> bundleVersion = "1.2";
+    std::optional<std::string> bundleBuild = "34";
 };
 
 class FakeThermalState final : public ThermalStateReader {

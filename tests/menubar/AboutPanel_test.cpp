@@ -28,9 +28,9 @@ TEST(AboutPanel, SetsTheCreditsSmallSecondaryAndCentred) {
 
 TEST(AboutPanel, PutsAnEmDashForEachMissingPartOfTheVersion) {
     FakeSystemInformation system;
-    system.bundle.erase("CFBundleVersion");
+    system.bundleBuild.reset();
     EXPECT_EQ(aboutPanelContent(system).version, "1.2 (—)");
-    system.bundle.clear();
+    system.bundleVersion.reset();
     EXPECT_EQ(aboutPanelContent(system).version, "— (—)");
 }
 

@@ -37,7 +37,12 @@ protected:
     ManualMainLoop loop;
     RecordingStatusBar tray;
     RecordingStatusBar strip;
-    Published<StatusPlaceOffer> offer{StatusPlaceOffer{.choice = {}, .hasTray = std::nullopt, .hasDisplay = true}};
+    Published<StatusPlaceOffer> offer{StatusPlaceOffer{.choice = {},
+                                                       .isTerminalRequested = false,
+                                                       .hasSessionBus = true,
+                                                       .hasDisplay = true,
+                                                       .hasTrayWatcher = false,
+                                                       .hasTray = std::nullopt}};
     PlacedStatusBar bar{{.tray = tray, .strip = strip, .offer = offer}, loop};
     TestMenuSource source;
     std::unique_ptr<StatusItem> item = bar.makeStatusItem();

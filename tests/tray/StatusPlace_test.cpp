@@ -2,63 +2,42 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace thermopix {
 namespace {
 
-TEST(StatusPlace, IsTheTrayWhereThereIsADisplayEvenBeforeATrayAppears) {
-    EXPECT_EQ(statusPlace({.hasSessionBus = true, .hasDisplay = true}), TrayPlace::tray);
-}
+constexpr StatusPlaces terminal{};
+constexpr StatusPlaces tray{.tray = true, .strip = false};
+constexpr StatusPlaces strip{.tray = false, .strip = true};
+constexpr StatusPlaces stripForTheTray{.tray = true, .strip = true};
 
-TEST(StatusPlace, IsTheTrayWhereOneIsWatchedWithoutADisplayOfOurOwn) {
-    EXPECT_EQ(statusPlace({.hasSessionBus = true, .hasTrayWatcher = true}), TrayPlace::tray);
-}
-
-TEST(StatusPlace, IsTheTerminalWithNeitherDisplayNorTray) {
-    EXPECT_EQ(statusPlace({}), TrayPlace::terminal);
-    EXPECT_EQ(statusPlace({.hasSessionBus = true}), TrayPlace::terminal);
-}
-
-TEST(StatusPlace, IsTheTerminalOnRequestWhateverElseThereIs) {
-    EXPECT_EQ(statusPlace({.choice = TrayPlace::tray,
-                           .isTerminalRequested = true,
-                           .hasSessionBus = true,
-                           .hasDisplay = true,
-                           .hasTrayWatcher = true}),
-              TrayPlace::terminal);
-    EXPECT_EQ(statusPlace({.choice = TrayPlace::terminal, .hasSessionBus = true, .hasDisplay = true}),
-              TrayPlace::terminal);
-}
-
-TEST(StatusPlace, IsTheStripByChoiceOrWhereADisplayHasNoBus) {
-    EXPECT_EQ(statusPlace({.choice = TrayPlace::strip, .hasSessionBus = true, .hasDisplay = true}), TrayPlace::strip);
-    EXPECT_EQ(statusPlace({.hasDisplay = true}), TrayPlace::strip);
-    EXPECT_EQ(statusPlace({.choice = TrayPlace::strip}), TrayPlace::terminal);
-}
-
-TEST(StatusPlaces, AreTheTrayAloneWhileThereIsOne) {
-    EXPECT_EQ(statusPlaces({.hasTray = true, .hasDisplay = true}), (StatusPlaces{.tray = true, .strip = false}));
-}
-
-TEST(StatusPlaces, LetTheStripStandInForATrayThatIsNotThere) {
-    EXPECT_EQ(statusPlaces({.hasTray = false, .hasDisplay = true}), (StatusPlaces{.tray = true, .strip = true}));
-}
-
-TEST(StatusPlaces, WaitForTheAnswerWhetherThereIsATray) {
-    EXPECT_EQ(statusPlaces({.hasTray = std::nullopt, .hasDisplay = true}),
-              (StatusPlaces{.tray = true, .strip = false}));
-}
-
-TEST(StatusPlaces, HaveNoStripWithoutADisplay) {
-    EXPECT_EQ(statusPlaces({.hasTray = false}), (StatusPlaces{.tray = true, .strip = false}));
-    EXPECT_EQ(statusPlaces({.choice = TrayPlace::strip, .hasTray = false}),
-              (StatusPlaces{.tray = true, .strip = false}));
-}
-
-TEST(StatusPlaces, FollowTheUsersChoice) {
-    EXPECT_EQ(statusPlaces({.choice = TrayPlace::tray, .hasTray = false, .hasDisplay = true}),
-              (StatusPlaces{.tray = true, .strip = false}));
-    EXPECT_EQ(statusPlaces({.choice = TrayPlace::strip, .hasTray = true, .hasDisplay = true}),
-              (StatusPlaces{.tray = false, .strip = true}));
+TEST(StatusPlaces, FollowTheRequestTheChoiceAndWhatTheSessionHas) {
+    constexpr auto unknown = std::nullopt;
+    struct Case {
+        StatusPlaceOffer offer;
+        StatusPlaces places;
+    };
+    // The choice; the terminal requested, a bus, a display and a watcher on the bus at the start; a tray.
+    const std::array cases{
+        Case{{TrayPlace::automatic, false, false, false, false, unknown}, terminal},
+        Case{{TrayPlace::automatic, false, true, false, false, unknown}, terminal},
+        Case{{TrayPlace::automatic, false, true, true, false, unknown}, tray},
+        Case{{TrayPlace::automatic, false, true, false, true, unknown}, tray},
+        Case{{TrayPlace::automatic, false, true, false, true, false}, tray},
+        Case{{TrayPlace::automatic, false, true, true, false, true}, tray},
+        Case{{TrayPlace::automatic, false, true, true, true, false}, stripForTheTray},
+        Case{{TrayPlace::automatic, false, false, true, false, unknown}, strip},
+        Case{{TrayPlace::tray, false, true, true, false, false}, tray},
+        Case{{TrayPlace::tray, true, true, true, true, unknown}, terminal},
+        Case{{TrayPlace::terminal, false, true, true, false, unknown}, terminal},
+        Case{{TrayPlace::strip, false, true, true, false, true}, strip},
+        Case{{TrayPlace::strip, false, true, false, true, false}, tray},
+        Case{{TrayPlace::strip, false, false, false, false, unknown}, terminal},
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        EXPECT_EQ(statusPlaces(cases[i].offer), cases[i].places) << "case " << i;
+    }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "environment/AppInfo.h"
+#include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/glib/GLibHandles.h"
 
 namespace thermopix {
@@ -21,19 +22,6 @@ constexpr const char* gnomeEnabledKey = "X-GNOME-Autostart-enabled";
 
 std::string entryName() {
     return std::string(AppInfo::identifier) + ".desktop";
-}
-
-std::vector<std::string> split(const char* text, char separator) {
-    std::vector<std::string> parts;
-    std::string_view rest = text == nullptr ? "" : text;
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find(separator), rest.size());
-        if (end > 0) {
-            parts.emplace_back(rest.substr(0, end));
-        }
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return parts;
 }
 
 // Null for a file that is missing or no desktop entry.
@@ -135,9 +123,10 @@ AutostartLoginItem::Places AutostartLoginItem::placesOfThisProcess() {
     for (const char* const* folder = g_get_system_config_dirs(); *folder != nullptr; ++folder) {
         places.systemFolders.emplace_back(*folder);
     }
-    places.currentDesktops = split(g_getenv("XDG_CURRENT_DESKTOP"), ':');
-    std::error_code error;
-    places.program = fs::read_symlink("/proc/self/exe", error).string();
+    const char* desktops = g_getenv("XDG_CURRENT_DESKTOP");
+    const GStringListHandle names(g_strsplit(desktops == nullptr ? "" : desktops, ":", -1));
+    places.currentDesktops.assign(names.get(), names.get() + g_strv_length(names.get()));
+    places.program = runningProgram().string();
     return places;
 }
 

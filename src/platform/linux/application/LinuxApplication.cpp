@@ -98,7 +98,7 @@ void handleCall(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*
 
 }  // namespace
 
-LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, WindowProcess& windows, GLibMainLoop& mainLoop,
+LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, WindowClient& windows, GLibMainLoop& mainLoop,
                                    DiagnosticLog& log)
     : bus_(sessionBus), mainLoop_(mainLoop), log_(log), windows_(windows) {
     windows_.useActivationToken(ownActivationToken());

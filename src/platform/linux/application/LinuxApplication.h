@@ -18,7 +18,7 @@ namespace thermopix {
 class LinuxApplication final : public Application {
 public:
     /// `sessionBus` may be null; all outlive the application.
-    LinuxApplication(GDBusConnection* sessionBus, WindowProcess& windows, GLibMainLoop& mainLoop, DiagnosticLog& log);
+    LinuxApplication(GDBusConnection* sessionBus, WindowClient& windows, GLibMainLoop& mainLoop, DiagnosticLog& log);
     ~LinuxApplication() override;
     LinuxApplication(const LinuxApplication&) = delete;
     LinuxApplication& operator=(const LinuxApplication&) = delete;

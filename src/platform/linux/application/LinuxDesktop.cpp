@@ -2,18 +2,16 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <csignal>
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "environment/CommandLine.h"
 #include "platform/linux/bus/BusConnection.h"
+#include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/glib/GLibSignals.h"
 #include "platform/linux/windows/WindowExecutable.h"
 
@@ -21,30 +19,18 @@ namespace thermopix {
 
 namespace {
 
-bool isRequested(Arguments arguments, std::string_view flag) {
-    return std::find(arguments.begin(), arguments.end(), flag) != arguments.end();
-}
-
-bool hasDisplay(const EnvironmentVariables& variables) {
-    constexpr std::array names{"WAYLAND_DISPLAY", "DISPLAY"};
-    return std::any_of(names.begin(), names.end(), [&](const char* name) {
-        const auto variable = variables.find(name);
-        return variable != variables.end() && !variable->second.empty();
-    });
-}
-
 // What the window process is started with: a launcher's token is handed on when it is wanted, and no later.
-WindowProcess::Options windowOptions(const EnvironmentVariables& variables) {
-    WindowProcess::Options options{.program = runningProgram(), .variables = variables};
+WindowClient::Options windowOptions(const EnvironmentVariables& variables) {
+    WindowClient::Options options{.program = runningProgram(), .variables = variables};
     options.variables.erase("DESKTOP_STARTUP_ID");
     options.variables.erase("XDG_ACTIVATION_TOKEN");
     return options;
 }
 
 // Only on X11 may a window say where it is and stay above the others.
-WindowProcess::Options stripOptions(const EnvironmentVariables& variables) {
+WindowClient::Options stripOptions(const EnvironmentVariables& variables) {
     auto options = windowOptions(variables);
-    if (const auto display = variables.find("DISPLAY"); display != variables.end() && !display->second.empty()) {
+    if (!textOf(variables, "DISPLAY").empty()) {
         options.variables.emplace("QT_QPA_PLATFORM", "xcb");
     }
     return options;
@@ -61,22 +47,21 @@ constexpr const char* failureTitle = "Thermopix cannot show its windows";
 LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const EnvironmentVariables& variables)
     : platform_(platform),
       // A run in the terminal is a visitor that may stand beside the program of the desktop.
-      sessionBus_(isRequested(arguments, Options::terminal) ? nullptr : platform.sessionBus()),
-      hasDisplay_(hasDisplay(variables)),
+      sessionBus_(isGiven(Options::terminal, arguments) ? nullptr : platform.sessionBus()),
       notification_(sessionBus_, platform.log()),
-      windowProcess_(windowOptions(variables), platform.mainLoop(), platform.log()),
-      stripProcess_(stripOptions(variables), platform.mainLoop(), platform.log()),
-      application_(sessionBus_, windowProcess_, platform.mainLoop(), platform.log()),
-      windows_(windowProcess_),
-      popup_(windowProcess_),
-      strip_(stripProcess_, platform.mainLoop(), platform.userDefaults().standard()) {
-    windowsEnd_ = windowProcess_.onEnd([this](const WindowProcessEnd& end) {
+      windowClient_(windowOptions(variables), platform.mainLoop(), platform.log()),
+      stripClient_(stripOptions(variables), platform.mainLoop(), platform.log()),
+      application_(sessionBus_, windowClient_, platform.mainLoop(), platform.log()),
+      windows_(windowClient_),
+      popup_(windowClient_),
+      strip_(stripClient_, platform.mainLoop(), platform.userDefaults().standard()) {
+    windowsEnd_ = windowClient_.onEnd([this](const WindowProcessEnd& end) {
         if (end.isFailure()) {
             notification_.show({.title = failureTitle, .body = end.failure}, {});
         }
     });
     // The strip comes back by itself; told once is enough.
-    stripEnd_ = stripProcess_.onEnd([this, isTold = false](const WindowProcessEnd& end) mutable {
+    stripEnd_ = stripClient_.onEnd([this, isTold = false](const WindowProcessEnd& end) mutable {
         if (end.isFailure() && !std::exchange(isTold, true)) {
             notification_.show({.title = failureTitle, .body = end.failure}, {});
         }
@@ -85,14 +70,14 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
     if (sessionBus_ != nullptr) {
         makeTray();
     }
-    const bool canShowStrip = hasDisplay_ && windowExecutable(runningProgram(), variables).has_value();
-    const TrayPlace place =
-        statusPlace({.choice = tray_ ? tray_->choices().place : TrayPlace::automatic,
-                     .isTerminalRequested = isRequested(arguments, Options::terminal),
-                     .hasSessionBus = sessionBus_ != nullptr,
-                     .hasDisplay = tray_ ? hasDisplay_ : canShowStrip,
-                     .hasTrayWatcher = tray_ && hasNameOwner(sessionBus_, TrayHostWatch::watcherName)});
-    if (place == TrayPlace::terminal) {
+    const bool hasDisplay = thermopix::hasDisplay(variables);
+    offer_.send({.choice = tray_ ? tray_->choices().place : TrayPlace::automatic,
+                 .isTerminalRequested = isGiven(Options::terminal, arguments),
+                 .hasSessionBus = tray_ != nullptr,
+                 .hasDisplay = hasDisplay && (tray_ || windowExecutable(runningProgram(), variables)),
+                 .hasTrayWatcher = tray_ && hasNameOwner(sessionBus_, TrayHostWatch::watcherName),
+                 .hasTray = std::nullopt});
+    if (statusPlaces(offer_.value()) == StatusPlaces{}) {
         tray_.reset();
         terminal_ = std::make_unique<TerminalStatusBar>(STDOUT_FILENO, variables, [this] { application_.terminate(); });
     } else if (tray_) {
@@ -101,7 +86,6 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
             offer.hasTray = hasTray(presence);
             offer_.send(offer);
         });
-        placeItem();
         placed_ = std::make_unique<PlacedStatusBar>(
             PlacedStatusBar::Places{.tray = *tray_, .strip = strip_, .offer = offer_}, platform.mainLoop());
         placed_->onMenu = [this](MenuSource* menu) { popup_.setMenu(menu); };
@@ -121,13 +105,6 @@ void LinuxDesktop::makeTray() {
     tray_ = std::make_unique<TrayStatusBar>(sessionBus_, std::move(options), platform_.log());
 }
 
-void LinuxDesktop::placeItem() {
-    StatusPlaceOffer offer = offer_.value();
-    offer.choice = tray_->choices().place;
-    offer.hasDisplay = hasDisplay_;
-    offer_.send(offer);
-}
-
 StatusBar& LinuxDesktop::statusBar() {
     if (terminal_) {
         return *terminal_;
@@ -138,7 +115,10 @@ StatusBar& LinuxDesktop::statusBar() {
 void LinuxDesktop::reopen(ApplicationDelegate& delegate) {
     if (tray_) {
         tray_->reload();
-        placeItem();
+        StatusPlaceOffer offer = offer_.value();
+        // A readout that is on a desktop does not move to a terminal.
+        offer.choice = tray_->choices().place == TrayPlace::terminal ? TrayPlace::automatic : tray_->choices().place;
+        offer_.send(offer);
     }
     const bool hasVisibleWindows = application_.hasVisibleWindows();
     if (delegate.applicationShouldHandleReopen(hasVisibleWindows) && hasVisibleWindows) {

@@ -11,7 +11,7 @@
 #include "platform/linux/windows/ProcessWindow.h"
 #include "platform/linux/windows/StatusMenuPopup.h"
 #include "platform/linux/windows/StripStatusBar.h"
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 #include "shell/Desktop.h"
 #include "tray/PlacedStatusBar.h"
 #include "tray/StatusPlace.h"
@@ -33,14 +33,12 @@ public:
 private:
     void makeTray();
     void reopen(ApplicationDelegate& delegate);
-    void placeItem();
 
     LinuxPlatform& platform_;
     GDBusConnection* sessionBus_;
-    bool hasDisplay_;
     DesktopNotification notification_;
-    WindowProcess windowProcess_;
-    WindowProcess stripProcess_;
+    WindowClient windowClient_;
+    WindowClient stripClient_;
     Subscription windowsEnd_;
     Subscription stripEnd_;
     LinuxApplication application_;

@@ -9,13 +9,13 @@
 #include "platform/linux/application/JournalLog.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/files/FileUserDefaultsDatabases.h"
-#include "platform/linux/files/StandardOutputStream.h"
 #include "platform/linux/glib/GLibMainLoop.h"
 #include "platform/linux/machine/LinuxMonotonicClock.h"
 #include "platform/linux/machine/LinuxSystemInformation.h"
 #include "platform/linux/machine/SysfsCapture.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
+#include "platform/posix/StandardOutputStream.h"
 #include "system/Platform.h"
 
 namespace thermopix {

@@ -6,6 +6,9 @@
 
 namespace thermopix {
 
+/// The real file of the running program, also after an update has replaced it; empty where nothing tells.
+[[nodiscard]] std::filesystem::path runningProgram();
+
 /// Whether `path` is a file that this process may execute.
 [[nodiscard]] bool isProgram(const std::filesystem::path& path);
 

@@ -25,6 +25,8 @@ public:
 
     [[nodiscard]] explicit operator bool() const { return descriptor_ >= 0; }
     [[nodiscard]] int get() const { return descriptor_; }
+    /// Leaves the descriptor open, to a new owner.
+    [[nodiscard]] int release() { return std::exchange(descriptor_, -1); }
 
 private:
     int descriptor_;

@@ -4,7 +4,7 @@
 #include <string>
 #include <system_error>
 
-#include "platform/linux/files/WriteAll.h"
+#include "platform/posix/WriteAll.h"
 #include "system/DiagnosticLog.h"
 #include "system/UserDefaults.h"
 

@@ -56,10 +56,10 @@ std::shared_ptr<UserDefaults> FileUserDefaultsDatabases::suite(std::string_view 
     return isFolderWithin(suites, folder) ? std::make_shared<FileUserDefaults>(folder.native(), log_) : nullptr;
 }
 
-std::string settingsFolder(const std::map<std::string, std::string, std::less<>>& variables) {
+std::string settingsFolder(const EnvironmentVariables& variables) {
     const auto absolute = [&](std::string_view name) {
-        const auto entry = variables.find(name);
-        return entry != variables.end() && entry->second.starts_with('/') ? entry->second : std::string();
+        const auto text = textOf(variables, name);
+        return text.starts_with('/') ? std::string(text) : std::string();
     };
     std::filesystem::path base = absolute("XDG_CONFIG_HOME");
     if (base.empty()) {

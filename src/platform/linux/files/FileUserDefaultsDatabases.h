@@ -1,12 +1,11 @@
 #pragma once
 
-#include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "system/DiagnosticLog.h"
+#include "system/Platform.h"
 #include "system/UserDefaults.h"
 
 namespace thermopix {
@@ -30,6 +29,6 @@ private:
 
 /// Where the program keeps its settings: "thermopix" under `XDG_CONFIG_HOME` if that is absolute, else under
 /// ".config" of `HOME`, else of the home that the user database names. Empty when there is none.
-[[nodiscard]] std::string settingsFolder(const std::map<std::string, std::string, std::less<>>& variables);
+[[nodiscard]] std::string settingsFolder(const EnvironmentVariables& variables);
 
 }  // namespace thermopix

@@ -2,18 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <fstream>
 #include <utility>
 #include <vector>
 
+#include "base/Unicode.h"
+#include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
 namespace thermopix {
 
 namespace {
-
-constexpr std::string_view blanks = " \t\r\n";
 
 /// What firmware says when its maker has filled in nothing, in lower case.
 constexpr std::array<std::string_view, 18> fillers{"to be filled by o.e.m.",
@@ -77,28 +76,14 @@ constexpr std::array armCores{
     ArmCoreRow{"0x41", "0xd49", "Neoverse-N2"}, ArmCoreRow{"0x41", "0xd4b", "Cortex-A78C"},
 };
 
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-std::string lowercasedAscii(std::string_view text) {
-    std::string lower(text);
-    for (auto& letter : lower) {
-        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    }
-    return lower;
-}
-
 bool isFiller(std::string_view text) {
-    return std::find(fillers.begin(), fillers.end(), lowercasedAscii(text)) != fillers.end() ||
+    return std::find(fillers.begin(), fillers.end(), lowercased(text)) != fillers.end() ||
            text.find_first_not_of(".-_ 0xX") == std::string_view::npos;
 }
 
 /// A version that is only a number tells nothing beside a product's name.
 bool isBareVersion(std::string_view text) {
-    const auto lower = lowercasedAscii(text);
+    const auto lower = lowercased(text);
     for (const std::string_view word : {"version", "rev", "v"}) {
         if (lower.starts_with(word)) {
             return isBareVersion(trimmed(text.substr(word.size())));
@@ -123,8 +108,8 @@ void appendUnlessSaid(std::vector<std::string>& parts, const std::optional<std::
     if (!part) {
         return;
     }
-    const auto said = lowercasedAscii(joined(parts, " "));
-    const auto added = lowercasedAscii(*part);
+    const auto said = lowercased(joined(parts, " "));
+    const auto added = lowercased(*part);
     if (added.starts_with(said)) {
         parts = {*part};
     } else if (said.find(added) == std::string::npos) {
@@ -225,34 +210,41 @@ std::optional<std::string> releaseName(const std::filesystem::path& file) {
     return std::nullopt;
 }
 
+/// The text up to its first zero byte, as UTF-8.
+std::string asText(const std::optional<std::string>& bytes) {
+    return repairedUtf8(bytes ? std::string_view(*bytes).substr(0, bytes->find('\0')) : SystemInformation::unknown);
+}
+
 }  // namespace
 
 LinuxSystemInformation::LinuxSystemInformation(std::filesystem::path root)
     : root_(std::move(root)), facts_(machineFactFiles(root_)) {}
 
-std::optional<std::string> LinuxSystemInformation::bytes(std::string_view name) const {
-    if (name == "hw.model") {
-        return model();
+std::string LinuxSystemInformation::model() const {
+    std::vector<std::string> parts;
+    const auto product = identity("product_name");
+    appendUnlessSaid(parts, product ? identity("sys_vendor") : identity("board_vendor"));
+    appendUnlessSaid(parts, product ? product : identity("board_name"));
+    if (const auto version = identity("product_version"); product && version && !isBareVersion(*version)) {
+        appendUnlessSaid(parts, version);
     }
-    return name == "machdep.cpu.brand_string" ? processorName(processorFacts(facts_.processors)) : std::nullopt;
+    return asText(parts.empty() ? readLine(root_ / "firmware" / "devicetree" / "base" / "model") : joined(parts, " "));
 }
 
-std::optional<std::int32_t> LinuxSystemInformation::integer(std::string_view name) const {
-    if (name != "kern.hv_vmm_present") {
-        return std::nullopt;
-    }
-    const auto facts = processorFacts(facts_.processors);
-    const auto maker = identity("sys_vendor");
-    const auto product = identity("product_name");
-    const bool isKnown = std::any_of(hypervisors.begin(), hypervisors.end(), [&](const HypervisorRow& row) {
-        return (row.in == HypervisorRow::In::maker ? maker : product).value_or("").starts_with(row.text);
-    });
+std::string LinuxSystemInformation::processor() const {
+    return asText(processorName(processorFacts(facts_.processors)));
+}
+
+bool LinuxSystemInformation::isVirtualMachine() const {
+    const auto maker = identity("sys_vendor").value_or("");
+    const auto product = identity("product_name").value_or("");
     // Amazon's own machines and its rented virtual ones differ only in this word.
-    const bool isRented = maker == "Amazon EC2" && product && product->find(".metal") == std::string::npos;
-    if (isKnown || isRented || hasFlag(facts, "hypervisor") || readLine(root_ / "hypervisor" / "type")) {
-        return 1;
-    }
-    return facts.empty() && !maker && !product ? std::nullopt : std::optional(0);
+    const bool isRented = maker == "Amazon EC2" && !product.empty() && product.find(".metal") == std::string::npos;
+    return isRented || hasFlag(processorFacts(facts_.processors), "hypervisor") ||
+           readLine(root_ / "hypervisor" / "type") ||
+           std::any_of(hypervisors.begin(), hypervisors.end(), [&](const HypervisorRow& row) {
+               return (row.in == HypervisorRow::In::maker ? maker : product).starts_with(row.text);
+           });
 }
 
 std::string LinuxSystemInformation::operatingSystemVersion() const {
@@ -263,38 +255,26 @@ std::string LinuxSystemInformation::operatingSystemVersion() const {
     if (const auto kernel = readLine(facts_.kernel)) {
         parts.push_back("Linux " + *kernel);
     }
-    return parts.empty() ? "unknown" : joined(parts, ", ");
+    return parts.empty() ? std::string(SystemInformation::unknown) : joined(parts, ", ");
 }
 
 std::string LinuxSystemInformation::bundlePath() const {
-    // The link names the real file, also after an update has replaced it.
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? "unknown" : program.parent_path().string();
+    const auto program = runningProgram();
+    return program.empty() ? std::string(SystemInformation::unknown) : program.parent_path().string();
 }
 
-std::optional<std::string> LinuxSystemInformation::bundleInformation(std::string_view key) const {
-    if (key == "CFBundleShortVersionString") {
-        return THERMOPIX_VERSION;
-    }
-    return key == "CFBundleVersion" ? std::optional<std::string>(THERMOPIX_BUILD_NUMBER) : std::nullopt;
+std::optional<std::string> LinuxSystemInformation::shortVersion() const {
+    return THERMOPIX_VERSION;
+}
+
+std::optional<std::string> LinuxSystemInformation::build() const {
+    return THERMOPIX_BUILD_NUMBER;
 }
 
 /// What the firmware says; none where it says nothing.
 std::optional<std::string> LinuxSystemInformation::identity(std::string_view name) const {
     auto text = readLine(root_ / "class" / "dmi" / "id" / name);
     return text && !isFiller(*text) ? text : std::nullopt;
-}
-
-std::optional<std::string> LinuxSystemInformation::model() const {
-    std::vector<std::string> parts;
-    const auto product = identity("product_name");
-    appendUnlessSaid(parts, product ? identity("sys_vendor") : identity("board_vendor"));
-    appendUnlessSaid(parts, product ? product : identity("board_name"));
-    if (const auto version = identity("product_version"); product && version && !isBareVersion(*version)) {
-        appendUnlessSaid(parts, version);
-    }
-    return parts.empty() ? readLine(root_ / "firmware" / "devicetree" / "base" / "model") : joined(parts, " ");
 }
 
 }  // namespace thermopix

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/Unicode.h"
 #include "platform/linux/machine/MachineFactFiles.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
@@ -224,12 +225,13 @@ private:
         bool hasFacts = false;
         for (std::string line; std::getline(stream, line);) {
             const auto colon = line.find(':');
-            const auto keyEnd = line.find_last_not_of(" \t", colon == std::string::npos || colon == 0 ? 0 : colon - 1);
-            const auto key = std::string_view(line).substr(0, keyEnd == std::string::npos ? 0 : keyEnd + 1);
-            const bool isWanted =
-                std::any_of(processorKeys.begin(), processorKeys.end(), [&](auto wanted) { return wanted == key; });
-            hasFacts = hasFacts || colon != std::string::npos;
-            if (colon != std::string::npos && isWanted && told.insert(line).second) {
+            if (colon == std::string::npos) {
+                continue;
+            }
+            hasFacts = true;
+            const auto key = trimmed(std::string_view(line).substr(0, colon));
+            if (std::find(processorKeys.begin(), processorKeys.end(), key) != processorKeys.end() &&
+                told.insert(line).second) {
                 facts += line + "\n";
             }
         }

@@ -46,13 +46,10 @@ const FamilyRow& rowOf(SensorFamily family) {
     return families[static_cast<std::size_t>(family)];
 }
 
-char lowercasedAscii(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-std::size_t findIgnoringCase(std::string_view text, std::string_view wanted) {
-    const auto* const found = std::search(text.begin(), text.end(), wanted.begin(), wanted.end(),
-                                          [](char a, char b) { return lowercasedAscii(a) == lowercasedAscii(b); });
+/// Of a word of ASCII.
+std::size_t findIgnoringCase(std::string_view text, std::string_view word) {
+    const auto isSame = [](char a, char b) { return lowercasedAscii(a) == lowercasedAscii(b); };
+    const auto found = std::search(text.begin(), text.end(), word.begin(), word.end(), isSame);
     return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdlib>
 
+#include "base/Unicode.h"
 #include "platform/linux/sensors/SysfsFile.h"
 
 namespace thermopix {
@@ -12,7 +13,6 @@ namespace thermopix {
 namespace {
 
 constexpr std::size_t longestLine = 256;
-constexpr std::string_view blanks = " \t\r\v\f";
 
 std::optional<int> numberBetween(std::string_view name, std::string_view prefix, std::string_view suffix) {
     if (name.size() <= prefix.size() + suffix.size() || !name.starts_with(prefix) || !name.ends_with(suffix)) {
@@ -58,16 +58,12 @@ std::vector<std::filesystem::path> entries(const std::filesystem::path& folder) 
 
 std::optional<std::string> readLine(const std::filesystem::path& file) {
     std::array<char, longestLine> buffer;
-    auto text = SysfsFile(systemFileAccess(), file).read(buffer);
+    const auto text = SysfsFile(systemFileAccess(), file).read(buffer);
     if (!text) {
         return std::nullopt;
     }
-    *text = text->substr(0, text->find('\n'));
-    const auto first = text->find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return std::nullopt;
-    }
-    return std::string(text->substr(first, text->find_last_not_of(blanks) - first + 1));
+    const auto line = trimmed(text->substr(0, text->find('\n')));
+    return line.empty() ? std::nullopt : std::optional<std::string>(line);
 }
 
 std::optional<std::filesystem::path> realPath(const std::filesystem::path& path) {

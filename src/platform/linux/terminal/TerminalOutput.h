@@ -21,8 +21,6 @@ public:
     void write(std::string_view bytes);
 
 private:
-    [[nodiscard]] bool writeAll(std::string_view bytes) const;
-
     int descriptor_;
     std::function<void()> lost_;
     bool isLost_ = false;

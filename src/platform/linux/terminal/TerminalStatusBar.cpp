@@ -14,11 +14,6 @@ namespace thermopix {
 
 namespace {
 
-std::string_view valueOrEmpty(const EnvironmentVariables& variables, std::string_view name) {
-    const auto found = variables.find(name);
-    return found == variables.end() ? std::string_view() : std::string_view(found->second);
-}
-
 bool isCapable(std::string_view terminalType) {
     return !terminalType.empty() && terminalType != "dumb";
 }
@@ -84,8 +79,8 @@ private:
 TerminalStatusBar::TerminalStatusBar(int descriptor, const EnvironmentVariables& variables,
                                      std::function<void()> outputLost)
     : output_(descriptor, std::move(outputLost)),
-      drawsPictures_(output_.isTerminal() && isCapable(valueOrEmpty(variables, "TERM"))),
-      color_(valueOrEmpty(variables, "NO_COLOR").empty() ? TerminalColor::allowed : TerminalColor::avoided) {}
+      drawsPictures_(output_.isTerminal() && isCapable(textOf(variables, "TERM"))),
+      color_(textOf(variables, "NO_COLOR").empty() ? TerminalColor::allowed : TerminalColor::avoided) {}
 
 std::unique_ptr<StatusItem> TerminalStatusBar::makeStatusItem() {
     if (drawsPictures_) {

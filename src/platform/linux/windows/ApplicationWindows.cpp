@@ -5,24 +5,24 @@
 
 namespace thermopix {
 
-ApplicationWindows::ApplicationWindows(WindowProcess& process)
-    : process_(process),
-      start_(process.onStart([this] { processStarted(); })),
-      events_(process.onEvent([this](const WindowEvent& event) { handle(event); })),
-      end_(process.onEnd([this](const WindowProcessEnd& /*end*/) { visible_.clear(); })) {}
+ApplicationWindows::ApplicationWindows(WindowClient& client)
+    : client_(client),
+      start_(client.onStart([this] { processStarted(); })),
+      events_(client.onEvent([this](const WindowEvent& event) { handle(event); })),
+      end_(client.onEnd([this](const WindowProcessEnd& /*end*/) { visible_.clear(); })) {}
 
 void ApplicationWindows::setMainMenu(const Menu& menu) {
     mainMenu_ = menu;
-    process_.send(SetMainMenu{menu});
+    client_.send(SetMainMenu{menu});
 }
 
 void ApplicationWindows::setActivationPolicy(ActivationPolicy policy) {
     policy_ = policy;
-    process_.send(SetActivationPolicy{policy});
+    client_.send(SetActivationPolicy{policy});
 }
 
 void ApplicationWindows::showAboutPanel(const AboutPanelContent& content) {
-    process_.send(ShowAboutPanel{content});
+    client_.send(ShowAboutPanel{content});
 }
 
 void ApplicationWindows::useActivationToken(std::string token) {
@@ -30,25 +30,25 @@ void ApplicationWindows::useActivationToken(std::string token) {
 }
 
 void ApplicationWindows::activate() {
-    if (process_.isRunning() && !activationToken_.empty()) {
-        process_.send(UseActivationToken{std::exchange(activationToken_, {})});
+    if (client_.isRunning() && !activationToken_.empty()) {
+        client_.send(UseActivationToken{std::exchange(activationToken_, {})});
     }
 }
 
 void ApplicationWindows::orderAllFront() {
     activate();
     for (const WindowId window : visible_) {
-        process_.send(OrderWindowFront{window});
+        client_.send(OrderWindowFront{window});
     }
 }
 
 void ApplicationWindows::processStarted() {
     activate();
     if (mainMenu_) {
-        process_.send(SetMainMenu{*mainMenu_});
+        client_.send(SetMainMenu{*mainMenu_});
     }
     if (policy_) {
-        process_.send(SetActivationPolicy{*policy_});
+        client_.send(SetActivationPolicy{*policy_});
     }
 }
 

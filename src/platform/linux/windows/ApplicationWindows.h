@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 #include "shell/Application.h"
 
 namespace thermopix {
@@ -14,8 +14,8 @@ namespace thermopix {
 /// process that is started anew is told all of it. Main thread.
 class ApplicationWindows {
 public:
-    /// `process` outlives the object.
-    explicit ApplicationWindows(WindowProcess& process);
+    /// `client` outlives the object.
+    explicit ApplicationWindows(WindowClient& client);
     ApplicationWindows(const ApplicationWindows&) = delete;
     ApplicationWindows& operator=(const ApplicationWindows&) = delete;
 
@@ -41,7 +41,7 @@ private:
     void processStarted();
     void handle(const WindowEvent& event);
 
-    WindowProcess& process_;
+    WindowClient& client_;
     std::optional<Menu> mainMenu_;
     std::optional<ActivationPolicy> policy_;
     std::string activationToken_;

@@ -5,19 +5,19 @@
 
 namespace thermopix {
 
-ProcessWindow::ProcessWindow(WindowProcess& process, WindowId id, WindowDescription description)
-    : process_(process),
+ProcessWindow::ProcessWindow(WindowClient& client, WindowId id, WindowDescription description)
+    : client_(client),
       id_(id),
       description_(std::move(description)),
-      events_(process.onEvent([this](const WindowEvent& event) { handle(event); })),
-      end_(process.onEnd([this](const WindowProcessEnd& end) { processEnded(end); })) {}
+      events_(client.onEvent([this](const WindowEvent& event) { handle(event); })),
+      end_(client.onEnd([this](const WindowProcessEnd& end) { processEnded(end); })) {}
 
 ProcessWindow::~ProcessWindow() {
-    process_.send(DiscardWindow{id_});
+    client_.send(DiscardWindow{id_});
 }
 
 void ProcessWindow::show() {
-    process_.send(ShowWindow{id_, description_});
+    client_.send(ShowWindow{id_, description_});
     isMiniaturized_ = false;
     if (!std::exchange(isVisible_, true)) {
         isShowing_ = true;
@@ -27,11 +27,11 @@ void ProcessWindow::show() {
 }
 
 void ProcessWindow::makeKeyAndOrderFront() {
-    process_.send(OrderWindowFront{id_});
+    client_.send(OrderWindowFront{id_});
 }
 
 void ProcessWindow::setContent(const ViewNode& root) {
-    process_.send(SetWindowContent{id_, root});
+    client_.send(SetWindowContent{id_, root});
 }
 
 Subscription ProcessWindow::onWillClose(std::function<void()> handler) {
@@ -78,7 +78,7 @@ void ProcessWindow::processEnded(const WindowProcessEnd& end) {
         isVisible_ = false;
         visibilityChanged_.tell(false);
         isVisible_ = true;
-        process_.send(ShowWindow{id_, description_});
+        client_.send(ShowWindow{id_, description_});
         visibilityChanged_.tell(true);
         return;
     }
@@ -94,7 +94,7 @@ void ProcessWindow::processEnded(const WindowProcessEnd& end) {
 }
 
 std::unique_ptr<Window> ProcessWindowSystem::makeWindow(const WindowDescription& description) {
-    return std::make_unique<ProcessWindow>(process_, ++lastId_, description);
+    return std::make_unique<ProcessWindow>(client_, ++lastId_, description);
 }
 
 }  // namespace thermopix

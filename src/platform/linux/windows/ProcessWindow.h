@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/Observers.h"
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 #include "shell/Window.h"
 
 namespace thermopix {
@@ -12,8 +12,8 @@ namespace thermopix {
 /// A window shown by the window process. It counts as visible from `show()` on, and as closed when the process ends.
 class ProcessWindow final : public Window {
 public:
-    /// `process` outlives the window.
-    ProcessWindow(WindowProcess& process, WindowId id, WindowDescription description);
+    /// `client` outlives the window.
+    ProcessWindow(WindowClient& client, WindowId id, WindowDescription description);
     ~ProcessWindow() override;
     ProcessWindow(const ProcessWindow&) = delete;
     ProcessWindow& operator=(const ProcessWindow&) = delete;
@@ -32,7 +32,7 @@ private:
     void changed(const WindowVisibilityChanged& change);
     void processEnded(const WindowProcessEnd& end);
 
-    WindowProcess& process_;
+    WindowClient& client_;
     WindowId id_;
     WindowDescription description_;
     bool isVisible_ = false;
@@ -52,13 +52,13 @@ private:
 /// Makes windows of the window process. Main thread.
 class ProcessWindowSystem final : public WindowSystem {
 public:
-    /// `process` outlives the system.
-    explicit ProcessWindowSystem(WindowProcess& process) : process_(process) {}
+    /// `client` outlives the system.
+    explicit ProcessWindowSystem(WindowClient& client) : client_(client) {}
 
     [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description) override;
 
 private:
-    WindowProcess& process_;
+    WindowClient& client_;
     WindowId lastId_ = aboutPanelWindow;
 };
 

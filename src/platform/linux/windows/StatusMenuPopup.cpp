@@ -5,10 +5,10 @@
 
 namespace thermopix {
 
-StatusMenuPopup::StatusMenuPopup(WindowProcess& process)
-    : process_(process),
-      events_(process.onEvent([this](const WindowEvent& event) { handle(event); })),
-      end_(process.onEnd([this](const WindowProcessEnd& end) { processEnded(end); })) {}
+StatusMenuPopup::StatusMenuPopup(WindowClient& client)
+    : client_(client),
+      events_(client.onEvent([this](const WindowEvent& event) { handle(event); })),
+      end_(client.onEnd([this](const WindowProcessEnd& end) { processEnded(end); })) {}
 
 void StatusMenuPopup::setMenu(MenuSource* menu) {
     changes_.cancel();
@@ -32,9 +32,9 @@ void StatusMenuPopup::request() {
     // The first delivery is the menu as it is.
     changes_ = menu_->observe([this, isFirst = true](const Menu& menu) mutable {
         if (std::exchange(isFirst, false)) {
-            process_.send(OpenPopupMenu{menu, position_});
+            client_.send(OpenPopupMenu{menu, position_});
         } else {
-            process_.send(UpdatePopupMenu{menu});
+            client_.send(UpdatePopupMenu{menu});
         }
     });
 }

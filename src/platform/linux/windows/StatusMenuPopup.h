@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 #include "shell/Menu.h"
 
 namespace thermopix {
@@ -10,8 +10,8 @@ namespace thermopix {
 /// The status item's menu as a popup of the window process, for trays that cannot show it themselves. Main thread.
 class StatusMenuPopup {
 public:
-    /// `process` outlives the popup.
-    explicit StatusMenuPopup(WindowProcess& process);
+    /// `client` outlives the popup.
+    explicit StatusMenuPopup(WindowClient& client);
     StatusMenuPopup(const StatusMenuPopup&) = delete;
     StatusMenuPopup& operator=(const StatusMenuPopup&) = delete;
 
@@ -26,7 +26,7 @@ private:
     void processEnded(const WindowProcessEnd& end);
     void request();
 
-    WindowProcess& process_;
+    WindowClient& client_;
     MenuSource* menu_ = nullptr;
     std::optional<ScreenPoint> position_;
     /// From the request until the popup has gone.

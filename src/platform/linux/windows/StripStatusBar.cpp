@@ -16,17 +16,17 @@ constexpr std::chrono::minutes longLife{1};
 
 class StripStatusItem final : public StatusItem {
 public:
-    StripStatusItem(WindowProcess& process, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults)
-        : process_(process),
+    StripStatusItem(WindowClient& client, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults)
+        : client_(client),
           mainLoop_(mainLoop),
           defaults_(std::move(defaults)),
-          start_(process.onStart([this] { processStarted(); })),
-          events_(process.onEvent([this](const WindowEvent& event) { handle(event); })),
-          end_(process.onEnd([this](const WindowProcessEnd& /*end*/) { comeBack(); })) {}
+          start_(client.onStart([this] { processStarted(); })),
+          events_(client.onEvent([this](const WindowEvent& event) { handle(event); })),
+          end_(client.onEnd([this](const WindowProcessEnd& /*end*/) { comeBack(); })) {}
     ~StripStatusItem() override {
         // Its process ends with it.
         end_.cancel();
-        process_.send(HideStrip{});
+        client_.send(HideStrip{});
     }
     StripStatusItem(const StripStatusItem&) = delete;
     StripStatusItem& operator=(const StripStatusItem&) = delete;
@@ -42,7 +42,7 @@ public:
         if (isFirst) {
             show();
         } else {
-            process_.send(*readout_);
+            client_.send(*readout_);
         }
     }
 
@@ -53,25 +53,25 @@ public:
         label_ = label;
         if (readout_) {
             readout_->label = label_;
-            process_.send(*readout_);
+            client_.send(*readout_);
         }
     }
 
     void setMenu(MenuSource& menu) override {
         menu_ = &menu;
-        changes_ = menu.observe([this](const Menu& state) { process_.send(SetStripMenu{state}); });
+        changes_ = menu.observe([this](const Menu& state) { client_.send(SetStripMenu{state}); });
     }
 
 private:
     void show() {
-        process_.send(*readout_);
+        client_.send(*readout_);
         const auto stored = defaults_->data(StripStatusBar::positionKey);
-        process_.send(ShowStrip{stored ? stripPosition(*stored) : std::nullopt});
+        client_.send(ShowStrip{stored ? stripPosition(*stored) : std::nullopt});
     }
 
     void processStarted() {
         startedAt_ = mainLoop_.now();
-        process_.send(*readout_);
+        client_.send(*readout_);
         if (menu_ != nullptr) {
             // The first delivery is the menu as it is.
             auto& menu = *menu_;
@@ -100,7 +100,7 @@ private:
         pause_ = std::min(pause_ * 2, StripStatusBar::longestPause);
     }
 
-    WindowProcess& process_;
+    WindowClient& client_;
     MainLoop& mainLoop_;
     std::shared_ptr<UserDefaults> defaults_;
     /// Nothing is shown before there is a picture.
@@ -118,11 +118,11 @@ private:
 
 }  // namespace
 
-StripStatusBar::StripStatusBar(WindowProcess& process, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults)
-    : process_(process), mainLoop_(mainLoop), defaults_(std::move(defaults)) {}
+StripStatusBar::StripStatusBar(WindowClient& client, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults)
+    : client_(client), mainLoop_(mainLoop), defaults_(std::move(defaults)) {}
 
 std::unique_ptr<StatusItem> StripStatusBar::makeStatusItem() {
-    return std::make_unique<StripStatusItem>(process_, mainLoop_, defaults_);
+    return std::make_unique<StripStatusItem>(client_, mainLoop_, defaults_);
 }
 
 std::optional<ScreenPoint> stripPosition(std::string_view text) {

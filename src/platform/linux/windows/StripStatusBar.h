@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 #include "shell/StatusItem.h"
 #include "system/MainLoop.h"
 #include "system/UserDefaults.h"
@@ -23,13 +23,13 @@ public:
     static constexpr std::chrono::seconds firstPause{1};
     static constexpr std::chrono::seconds longestPause{300};
 
-    /// `process` and `mainLoop` outlive the bar, which outlives its item.
-    StripStatusBar(WindowProcess& process, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults);
+    /// `client` and `mainLoop` outlive the bar, which outlives its item.
+    StripStatusBar(WindowClient& client, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults);
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
 
 private:
-    WindowProcess& process_;
+    WindowClient& client_;
     MainLoop& mainLoop_;
     std::shared_ptr<UserDefaults> defaults_;
 };

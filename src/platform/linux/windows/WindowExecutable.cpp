@@ -1,7 +1,5 @@
 #include "platform/linux/windows/WindowExecutable.h"
 
-#include <system_error>
-
 #include "messages/WindowProtocol.h"
 #include "platform/linux/files/CompanionProgram.h"
 
@@ -15,9 +13,8 @@ std::optional<std::filesystem::path> windowExecutable(const std::filesystem::pat
     return companionProgram(program.parent_path(), WindowProtocol::executable);
 }
 
-std::filesystem::path runningProgram() {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error);
+bool hasDisplay(const EnvironmentVariables& variables) {
+    return !textOf(variables, "WAYLAND_DISPLAY").empty() || !textOf(variables, "DISPLAY").empty();
 }
 
 }  // namespace thermopix

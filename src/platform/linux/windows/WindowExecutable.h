@@ -12,7 +12,7 @@ namespace thermopix {
 [[nodiscard]] std::optional<std::filesystem::path> windowExecutable(const std::filesystem::path& program,
                                                                     const EnvironmentVariables& variables);
 
-/// Where the running program is.
-[[nodiscard]] std::filesystem::path runningProgram();
+/// Whether there is a display for windows.
+[[nodiscard]] bool hasDisplay(const EnvironmentVariables& variables);
 
 }  // namespace thermopix

@@ -5,11 +5,11 @@
 #include "platform/macos/system/MacMainLoop.h"
 #include "platform/macos/system/MacMonotonicClock.h"
 #include "platform/macos/system/MacSleepNotifications.h"
-#include "platform/macos/system/MacStandardOutput.h"
 #include "platform/macos/system/MacSystemInformation.h"
 #include "platform/macos/system/MacSystemLog.h"
 #include "platform/macos/system/MacThermalState.h"
 #include "platform/macos/system/MacUserDefaults.h"
+#include "platform/posix/StandardOutputStream.h"
 #include "system/Platform.h"
 
 namespace thermopix {
@@ -36,8 +36,8 @@ public:
 private:
     MacSystemLog systemLog_;
     Log log_{systemLog_};
-    MacStandardOutput standardOutput_;
-    MacStandardOutput standardError_;
+    StandardOutputStream standardOutput_;
+    StandardOutputStream standardError_;
     MacMainLoop mainLoop_;
     MacMonotonicClock clock_;
     MacSleepNotifications sleepNotifications_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/macos/system/Machine.h"
 #include "system/SystemInformation.h"
 
 namespace thermopix {
@@ -7,11 +8,13 @@ namespace thermopix {
 /// sysctl, the process information and the main bundle.
 class MacSystemInformation final : public SystemInformation {
 public:
-    [[nodiscard]] std::optional<std::string> bytes(std::string_view name) const override;
-    [[nodiscard]] std::optional<std::int32_t> integer(std::string_view name) const override;
+    [[nodiscard]] std::string model() const override { return Machine::model(); }
+    [[nodiscard]] std::string processor() const override { return Machine::cpu(); }
+    [[nodiscard]] bool isVirtualMachine() const override { return Machine::integer("kern.hv_vmm_present") == 1; }
     [[nodiscard]] std::string operatingSystemVersion() const override;
     [[nodiscard]] std::string bundlePath() const override;
-    [[nodiscard]] std::optional<std::string> bundleInformation(std::string_view key) const override;
+    [[nodiscard]] std::optional<std::string> shortVersion() const override;
+    [[nodiscard]] std::optional<std::string> build() const override;
 };
 
 }  // namespace thermopix

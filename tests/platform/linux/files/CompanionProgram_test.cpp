@@ -47,5 +47,9 @@ TEST_F(CompanionProgramTest, isTheOneOfItsNameOnly) {
     EXPECT_EQ(found(), std::nullopt);
 }
 
+TEST(RunningProgram, isThisTest) {
+    EXPECT_EQ(runningProgram().filename(), "thermopix_linux_files_tests");
+}
+
 }  // namespace
 }  // namespace thermopix

@@ -34,9 +34,9 @@ std::vector<std::string> told(const fs::path& root) {
         lines.push_back(sample.name + " " + std::to_string(sample.celsius));
     }
     const LinuxSystemInformation system(root);
-    lines.push_back(system.bytes("hw.model").value_or("none"));
-    lines.push_back(system.bytes("machdep.cpu.brand_string").value_or("none"));
-    lines.push_back(std::to_string(system.integer("kern.hv_vmm_present").value_or(-1)));
+    lines.push_back(system.model());
+    lines.push_back(system.processor());
+    lines.push_back(std::to_string(system.isVirtualMachine()));
     lines.push_back(system.operatingSystemVersion());
     lines.push_back(std::to_string(SysfsThermalState(root).thermalState()));
     return lines;

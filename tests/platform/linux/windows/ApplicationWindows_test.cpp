@@ -23,10 +23,6 @@ protected:
         return run;
     }
 
-    [[nodiscard]] bool untilEvents(std::size_t count) {
-        return until([&] { return events.size() >= count; });
-    }
-
     std::unique_ptr<ApplicationWindows> windows = std::make_unique<ApplicationWindows>(*process);
 };
 
@@ -39,25 +35,23 @@ TEST_F(ApplicationWindowsTest, TellEveryNewProcessWhatTheWindowsHaveInCommon) {
         .applicationName = "Thermopix", .version = "1.2 (34)", .credits = "", .creditsStyle = {}};
     windows->showAboutPanel(about);
     auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 4));
-    EXPECT_EQ(run->requests, (Requests{UseActivationToken{"token"}, SetMainMenu{Messages::menu()},
-                                       SetActivationPolicy{ActivationPolicy::regular}, ShowAboutPanel{about}}));
+    EXPECT_EQ(received(run, 4), (Requests{UseActivationToken{"token"}, SetMainMenu{Messages::menu()},
+                                          SetActivationPolicy{ActivationPolicy::regular}, ShowAboutPanel{about}}));
     run->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     windows->setActivationPolicy(ActivationPolicy::accessory);
     windows->showAboutPanel(about);
     run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 3));
-    EXPECT_EQ(run->requests, (Requests{SetMainMenu{Messages::menu()}, SetActivationPolicy{ActivationPolicy::accessory},
-                                       ShowAboutPanel{about}}));
+    EXPECT_EQ(received(run, 3), (Requests{SetMainMenu{Messages::menu()},
+                                          SetActivationPolicy{ActivationPolicy::accessory}, ShowAboutPanel{about}}));
 }
 
 TEST_F(ApplicationWindowsTest, TellARunningProcessWhatChanges) {
     const auto run = start();
     windows->setActivationPolicy(ActivationPolicy::regular);
     windows->setMainMenu(Messages::menu());
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests, (Requests{SetActivationPolicy{ActivationPolicy::regular}, SetMainMenu{Messages::menu()}}));
+    EXPECT_EQ(received(run, 2),
+              (Requests{SetActivationPolicy{ActivationPolicy::regular}, SetMainMenu{Messages::menu()}}));
 }
 
 TEST_F(ApplicationWindowsTest, UseATokenOnce) {
@@ -66,17 +60,14 @@ TEST_F(ApplicationWindowsTest, UseATokenOnce) {
     windows->useActivationToken("second");
     windows->activate();
     windows->activate();
-    ASSERT_TRUE(untilRequests(run, 1));
-    EXPECT_EQ(run->requests, Requests{UseActivationToken{"second"}});
+    EXPECT_EQ(received(run, 1), Requests{UseActivationToken{"second"}});
 }
 
 TEST_F(ApplicationWindowsTest, KeepATokenUntilThereIsAWindow) {
     windows->useActivationToken("token");
     windows->activate();
     process->send(ShowAboutPanel{});
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests, (Requests{UseActivationToken{"token"}, ShowAboutPanel{}}));
+    EXPECT_EQ(received(nextReadyRun(), 2), (Requests{UseActivationToken{"token"}, ShowAboutPanel{}}));
 }
 
 TEST_F(ApplicationWindowsTest, KnowWhichWindowsAreVisibleAndBringThemForward) {
@@ -90,11 +81,10 @@ TEST_F(ApplicationWindowsTest, KnowWhichWindowsAreVisibleAndBringThemForward) {
     EXPECT_TRUE(windows->hasVisibleWindows());
     windows->useActivationToken("token");
     windows->orderAllFront();
-    ASSERT_TRUE(untilRequests(run, 3));
-    EXPECT_EQ(run->requests,
+    EXPECT_EQ(received(run, 3),
               (Requests{UseActivationToken{"token"}, OrderWindowFront{aboutPanelWindow}, OrderWindowFront{1}}));
     run->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     EXPECT_FALSE(windows->hasVisibleWindows());
 }
 

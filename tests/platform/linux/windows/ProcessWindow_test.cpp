@@ -48,10 +48,6 @@ protected:
         return run;
     }
 
-    [[nodiscard]] bool untilEvents(std::size_t count) {
-        return until([&] { return events.size() >= count; });
-    }
-
     using Words = std::vector<std::string>;
 
     std::unique_ptr<ProcessWindowSystem> system = std::make_unique<ProcessWindowSystem>(*process);
@@ -78,10 +74,9 @@ TEST_F(ProcessWindowTest, CountsAsVisibleAtOnce) {
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(words, Words{"visible"});
     window->makeKeyAndOrderFront();
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 3));
-    EXPECT_EQ(run->requests, (std::vector<WindowRequest>{ShowWindow{1, description},
-                                                         SetWindowContent{1, named("drawn")}, OrderWindowFront{1}}));
+    EXPECT_EQ(received(nextReadyRun(), 3),
+              (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")},
+                                          OrderWindowFront{1}}));
 }
 
 TEST_F(ProcessWindowTest, ToldToBeVisibleTwiceSaysSoOnce) {
@@ -114,7 +109,7 @@ TEST_F(ProcessWindowTest, CountsAsVisibleWhileItIsAboutToClose) {
     EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
     EXPECT_FALSE(window->isVisible());
     run->command("exit 0");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     EXPECT_EQ(words.size(), 2U);
 }
 
@@ -122,7 +117,7 @@ TEST_F(ProcessWindowTest, DiesWhileItIsAboutToClose) {
     const auto run = showIt();
     run->say(WindowWillClose{1});
     run->command("exit 0");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
 }
 
@@ -144,14 +139,13 @@ TEST_F(ProcessWindowTest, ComesBackFromTheTaskbarWhenShown) {
     window->show();
     EXPECT_TRUE(window->isVisible());
     EXPECT_FALSE(window->isMiniaturized());
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests.front(), WindowRequest(ShowWindow{1, description}));
+    EXPECT_EQ(received(run, 2).at(0), WindowRequest(ShowWindow{1, description}));
 }
 
 TEST_F(ProcessWindowTest, ClosesWhenItsProcessDies) {
     const auto run = showIt();
     run->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
     EXPECT_FALSE(window->isVisible());
 }
@@ -161,7 +155,7 @@ TEST_F(ProcessWindowTest, ClosesWhenItsProcessDiesWhileItIsMiniaturized) {
     run->say(WindowVisibilityChanged{1, false, true});
     ASSERT_TRUE(untilEvents(1));
     run->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     EXPECT_EQ(words, (Words{"hidden", "closing"}));
     EXPECT_FALSE(window->isMiniaturized());
 }
@@ -176,11 +170,9 @@ TEST_F(ProcessWindowTest, ClosesWhenThereIsNoProcessToShowIt) {
 
 TEST_F(ProcessWindowTest, IsShownAnewAfterACrash) {
     showIt()->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     window->show();
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests,
+    EXPECT_EQ(received(nextReadyRun(), 2),
               (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")}}));
 }
 
@@ -196,8 +188,7 @@ TEST_F(ProcessWindowTest, ShownWhileItsProcessIsEndingComesUpInTheNext) {
     run->say(WindowVisibilityChanged{1, false, false});
     run->command("exit 0");
     run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests,
+    EXPECT_EQ(received(run, 2),
               (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")}}));
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(words, (Words{"visible", "hidden", "visible"}));
@@ -207,7 +198,7 @@ TEST_F(ProcessWindowTest, ShownInVainTwiceCountsAsClosed) {
     window->show();
     nextReadyRun()->command("exit 0");
     nextReadyRun()->command("exit 0");
-    ASSERT_TRUE(until([&] { return ends.size() == 2; }));
+    ASSERT_TRUE(untilEnd(2));
     EXPECT_FALSE(window->isVisible());
     EXPECT_FALSE(process->isRunning());
 }
@@ -215,8 +206,7 @@ TEST_F(ProcessWindowTest, ShownInVainTwiceCountsAsClosed) {
 TEST_F(ProcessWindowTest, LeavesTheScreenWithItsObject) {
     const auto run = showIt();
     window.reset();
-    ASSERT_TRUE(untilRequests(run, 1));
-    EXPECT_EQ(run->requests.front(), WindowRequest(DiscardWindow{1}));
+    EXPECT_EQ(received(run, 1).at(0), WindowRequest(DiscardWindow{1}));
 }
 
 TEST_F(ProcessWindowTest, HasANumberOfItsOwn) {

@@ -27,10 +27,6 @@ protected:
         return run;
     }
 
-    [[nodiscard]] bool untilEvents(std::size_t count) {
-        return until([&] { return events.size() >= count; });
-    }
-
     void changeReading() {
         source.edit(TestMenuSource::reading, [](MenuItem& item) { item.title += "!"; });
     }
@@ -51,16 +47,13 @@ TEST_F(StatusMenuPopupTest, OpensTheMenuBroughtUpToDate) {
 
 TEST_F(StatusMenuPopupTest, OpensUnderThePointerWhereNoPlaceIsKnown) {
     popup->open(std::nullopt);
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 1));
-    EXPECT_EQ(run->requests, (Requests{OpenPopupMenu{source.menu.value(), std::nullopt}}));
+    EXPECT_EQ(received(nextReadyRun(), 1), (Requests{OpenPopupMenu{source.menu.value(), std::nullopt}}));
 }
 
 TEST_F(StatusMenuPopupTest, KeepsAnOpenMenuUpToDateAndNoOther) {
     const auto run = openIt();
     changeReading();
-    ASSERT_TRUE(untilRequests(run, 1));
-    EXPECT_EQ(run->requests, (Requests{UpdatePopupMenu{source.menu.value()}}));
+    EXPECT_EQ(received(run, 1), (Requests{UpdatePopupMenu{source.menu.value()}}));
     run->requests.clear();
     run->say(MenuDidClose{MenuPlace::strip});
     run->say(MenuDidClose{MenuPlace::popup});
@@ -87,18 +80,17 @@ TEST_F(StatusMenuPopupTest, OpenedWhileItsProcessIsEndingComesUpInTheNext) {
     popup->open(ScreenPoint{1, 2});
     run->command("exit 0");
     run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 1));
-    EXPECT_EQ(run->requests, (Requests{OpenPopupMenu{source.menu.value(), ScreenPoint{1, 2}}}));
+    EXPECT_EQ(received(run, 1), (Requests{OpenPopupMenu{source.menu.value(), ScreenPoint{1, 2}}}));
     // Once is enough.
     run->command("exit 0");
-    ASSERT_TRUE(until([&] { return ends.size() == 2; }));
+    ASSERT_TRUE(untilEnd(2));
     EXPECT_FALSE(process->isRunning());
 }
 
 TEST_F(StatusMenuPopupTest, DoesNotComeBackAfterACrash) {
     popup->open(std::nullopt);
     nextReadyRun()->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     EXPECT_FALSE(process->isRunning());
     changeReading();
     EXPECT_FALSE(process->isRunning());

@@ -40,10 +40,6 @@ protected:
         return run;
     }
 
-    [[nodiscard]] bool untilEvents(std::size_t count) {
-        return until([&] { return events.size() >= count; });
-    }
-
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
     TestMenuSource source;
     std::unique_ptr<StripStatusBar> bar = std::make_unique<StripStatusBar>(*process, loop, defaults);
@@ -57,10 +53,8 @@ TEST_F(StripStatusBarTest, ShowsNothingBeforeThereIsAPicture) {
 
 TEST_F(StripStatusBarTest, ShowsPictureLabelAndMenu) {
     item->setImage(image(1));
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 3));
-    EXPECT_EQ(run->requests, (Requests{SetStripReadout{image(1).readout, "52 degrees"},
-                                       SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
+    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(1).readout, "52 degrees"},
+                                                     SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
 }
 
 TEST_F(StripStatusBarTest, SendsWhatHasChangedAndNothingElse) {
@@ -77,8 +71,7 @@ TEST_F(StripStatusBarTest, SendsWhatHasChangedAndNothingElse) {
     item->setAccessibilityLabel("53 degrees");
     ASSERT_TRUE(untilRequests(run, 2));
     source.edit(TestMenuSource::reading, [](MenuItem& entry) { entry.title = "53°C"; });
-    ASSERT_TRUE(untilRequests(run, 3));
-    EXPECT_EQ(run->requests,
+    EXPECT_EQ(received(run, 3),
               (Requests{SetStripReadout{image(2).readout, "52 degrees"},
                         SetStripReadout{image(2).readout, "53 degrees"}, SetStripMenu{source.menu.value()}}));
 }
@@ -101,7 +94,7 @@ TEST_F(StripStatusBarTest, StaysWhereTheUserHasMovedIt) {
     ASSERT_TRUE(untilEvents(1));
     EXPECT_EQ(defaults->values["strip.position"], "1600 -4");
     run->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     loop.advance(1s);
     const auto next = nextReadyRun();
     ASSERT_TRUE(untilRequests(next, 3));
@@ -110,15 +103,13 @@ TEST_F(StripStatusBarTest, StaysWhereTheUserHasMovedIt) {
 
 TEST_F(StripStatusBarTest, ComesBackWithAllThatItShowed) {
     showIt()->command("abort");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     item->setImage(image(5));
     source.edit(TestMenuSource::reading, [](MenuItem& entry) { entry.title = "55°C"; });
     EXPECT_FALSE(process->isRunning()) << "a change is no reason to come back early";
     loop.advance(1s);
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 3));
-    EXPECT_EQ(run->requests, (Requests{SetStripReadout{image(5).readout, "52 degrees"},
-                                       SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
+    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(5).readout, "52 degrees"},
+                                                     SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
 }
 
 TEST_F(StripStatusBarTest, WaitsLongerEachTimeThatItDiesYoung) {
@@ -137,13 +128,13 @@ TEST_F(StripStatusBarTest, WaitsLongerEachTimeThatItDiesYoung) {
 
 TEST_F(StripStatusBarTest, IsBackSoonAfterALongLife) {
     showIt()->command("abort");
-    ASSERT_TRUE(until([&] { return ends.size() == 1; }));
+    ASSERT_TRUE(untilEnd(1));
     EXPECT_EQ(loop.scheduled.back().first, 1s);
     loop.advance(1s);
     const auto second = nextReadyRun();
     ASSERT_TRUE(settle(second));
     second->command("abort");
-    ASSERT_TRUE(until([&] { return ends.size() == 2; }));
+    ASSERT_TRUE(untilEnd(2));
     EXPECT_EQ(loop.scheduled.back().first, 2s);
     loop.advance(2s);
     const auto third = nextReadyRun();
@@ -151,17 +142,16 @@ TEST_F(StripStatusBarTest, IsBackSoonAfterALongLife) {
     ASSERT_TRUE(untilEvents(1));
     loop.advance(60s);
     third->command("abort");
-    ASSERT_TRUE(until([&] { return ends.size() == 3; }));
+    ASSERT_TRUE(untilEnd(3));
     EXPECT_EQ(loop.scheduled.back().first, 1s);
 }
 
 TEST_F(StripStatusBarTest, GoesWithItsItem) {
     const auto run = showIt();
     item.reset();
-    ASSERT_TRUE(untilRequests(run, 1));
-    EXPECT_EQ(run->requests, Requests{HideStrip{}});
+    EXPECT_EQ(received(run, 1), Requests{HideStrip{}});
     run->command("exit 0");
-    ASSERT_TRUE(until([&] { return !ends.empty(); }));
+    ASSERT_TRUE(untilEnd());
     loop.advance(1h);
     EXPECT_FALSE(process->isRunning());
 }
@@ -172,9 +162,8 @@ TEST_F(StripStatusBarTest, ReturnsToAProcessThatHasNotEndedYet) {
     item = bar->makeStatusItem();
     item->setMenu(source);
     item->setImage(image(2));
-    ASSERT_TRUE(untilRequests(run, 4));
-    EXPECT_EQ(run->requests, (Requests{HideStrip{}, SetStripMenu{source.menu.value()},
-                                       SetStripReadout{image(2).readout, ""}, ShowStrip{std::nullopt}}));
+    EXPECT_EQ(received(run, 4), (Requests{HideStrip{}, SetStripMenu{source.menu.value()},
+                                          SetStripReadout{image(2).readout, ""}, ShowStrip{std::nullopt}}));
 }
 
 TEST(StripPosition, IsTwoNumbers) {

@@ -40,9 +40,5 @@ TEST_F(WindowExecutableTest, IsTheOneThatTheVariableNamesAndNoOther) {
     EXPECT_EQ(found({{"THERMOPIX_WINDOWS", ""}}), std::nullopt);
 }
 
-TEST_F(WindowExecutableTest, IsLookedForWhereTheRunningProgramIs) {
-    EXPECT_EQ(runningProgram().filename(), "thermopix_linux_windows_tests");
-}
-
 }  // namespace
 }  // namespace thermopix

@@ -6,7 +6,7 @@ namespace thermopix {
 
 WindowStage::WindowStage() {
     install(WindowStandIns::executable);
-    process = std::make_unique<WindowProcess>(options(), loop, log);
+    process = std::make_unique<WindowClient>(options(), loop, log);
     events_ = process->onEvent([this](const WindowEvent& event) { events.push_back(event); });
     ends_ = process->onEnd([this](const WindowProcessEnd& end) { ends.push_back(end.failure); });
 }
@@ -15,7 +15,7 @@ WindowStage::~WindowStage() {
     process.reset();
 }
 
-WindowProcess::Options WindowStage::options() const {
+WindowClient::Options WindowStage::options() const {
     return {.program = folder.path() / "thermopix",
             .variables = {{"DISPLAY", ":7"},
                           {"THERMOPIX_WINDOWS", installed().string()},

@@ -13,7 +13,7 @@
 #include "fakes/RecordingLog.h"
 #include "fakes/TemporaryFolder.h"
 #include "messages/WindowEvent.h"
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 #include "platform/linux/windows/WindowStandIns.h"
 
 namespace thermopix {
@@ -31,11 +31,22 @@ protected:
     [[nodiscard]] std::shared_ptr<WindowStandIn> nextRun();
     /// The same, and it has said hello.
     [[nodiscard]] std::shared_ptr<WindowStandIn> nextReadyRun();
+    [[nodiscard]] bool untilEvents(std::size_t count) {
+        return until([&] { return events.size() >= count; });
+    }
+    [[nodiscard]] bool untilEnd(std::size_t count = 1) {
+        return until([&] { return ends.size() >= count; });
+    }
     [[nodiscard]] bool untilRequests(const std::shared_ptr<WindowStandIn>& run, std::size_t count);
+    /// What has been asked of it once there are so many requests.
+    [[nodiscard]] std::vector<WindowRequest> received(const std::shared_ptr<WindowStandIn>& run, std::size_t count) {
+        EXPECT_TRUE(untilRequests(run, count));
+        return run->requests;
+    }
     /// Waits until everything that the program has sent so far was read.
     [[nodiscard]] bool settle(const std::shared_ptr<WindowStandIn>& run);
 
-    [[nodiscard]] WindowProcess::Options options() const;
+    [[nodiscard]] WindowClient::Options options() const;
     void install(const std::filesystem::path& executable) const;
     void uninstall() const;
     [[nodiscard]] std::filesystem::path installed() const { return folder.path() / "windows"; }
@@ -44,7 +55,7 @@ protected:
     ManualMainLoop loop;
     RecordingLog log;
     WindowStandIns standIns;
-    std::unique_ptr<WindowProcess> process;
+    std::unique_ptr<WindowClient> process;
     std::vector<WindowEvent> events;
     std::vector<std::string> ends;
 

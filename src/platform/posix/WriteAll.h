@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <functional>
@@ -14,6 +15,6 @@ using WriteFunction = std::function<ssize_t(int descriptor, const void* bytes, s
 
 /// Writes all bytes, through interruptions, short writes and a descriptor that is not ready yet. On an error some
 /// of the bytes may have been written.
-[[nodiscard]] std::error_code writeAll(int descriptor, std::string_view bytes, const WriteFunction& write);
+[[nodiscard]] std::error_code writeAll(int descriptor, std::string_view bytes, const WriteFunction& write = ::write);
 
 }  // namespace thermopix

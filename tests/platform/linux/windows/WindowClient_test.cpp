@@ -1,4 +1,4 @@
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/MessageCodec.h"
 #include "messages/Messages.h"
 #include "messages/WindowProtocol.h"
 #include "platform/linux/windows/WindowStage.h"
@@ -34,25 +35,8 @@ std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-// Those that the test itself was started with, and the socket.
-std::string inheritableDescriptors() {
-    constexpr int enough = 1024;
-    std::string numbers;
-    for (int descriptor = 0; descriptor < enough; ++descriptor) {
-        const int flags = fcntl(descriptor, F_GETFD);
-        if (descriptor == ChildProcess::inheritedDescriptor || (flags >= 0 && (flags & FD_CLOEXEC) == 0)) {
-            numbers += " " + std::to_string(descriptor);
-        }
-    }
-    return numbers;
-}
-
-class WindowProcessTest : public WindowStage {
+class WindowClientTest : public WindowStage {
 protected:
-    [[nodiscard]] bool untilEnd(std::size_t count = 1) {
-        return until([&] { return ends.size() >= count; });
-    }
-
     void expectFailure(const std::string& sentence) {
         ASSERT_TRUE(untilEnd());
         EXPECT_EQ(ends, std::vector<std::string>{sentence});
@@ -61,7 +45,7 @@ protected:
     }
 };
 
-TEST_F(WindowProcessTest, IsStartedByTheFirstRequestThatShowsSomething) {
+TEST_F(WindowClientTest, IsStartedByTheFirstRequestThatShowsSomething) {
     process->send(SetMainMenu{Messages::menu()});
     process->send(content(1));
     process->send(HideStrip{});
@@ -69,13 +53,11 @@ TEST_F(WindowProcessTest, IsStartedByTheFirstRequestThatShowsSomething) {
     process->send(settings);
     EXPECT_TRUE(process->isRunning());
     process->send(content(2));
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests, (std::vector{settings, content(2)}));
+    EXPECT_EQ(received(nextReadyRun(), 2), (std::vector{settings, content(2)}));
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(WindowProcessTest, IsStartedByEverythingThatShowsSomething) {
+TEST_F(WindowClientTest, IsStartedByEverythingThatShowsSomething) {
     for (const WindowRequest& request :
          std::vector<WindowRequest>{settings, ShowAboutPanel{}, OpenPopupMenu{}, ShowStrip{}}) {
         ends.clear();
@@ -88,15 +70,14 @@ TEST_F(WindowProcessTest, IsStartedByEverythingThatShowsSomething) {
     }
 }
 
-TEST_F(WindowProcessTest, HearsFirstWhatTheHandlerOfItsStartSends) {
+TEST_F(WindowClientTest, HearsFirstWhatTheHandlerOfItsStartSends) {
     const auto start = process->onStart([this] { process->send(SetActivationPolicy{ActivationPolicy::regular}); });
     process->send(settings);
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(untilRequests(run, 2));
-    EXPECT_EQ(run->requests, (std::vector<WindowRequest>{SetActivationPolicy{ActivationPolicy::regular}, settings}));
+    EXPECT_EQ(received(nextReadyRun(), 2),
+              (std::vector<WindowRequest>{SetActivationPolicy{ActivationPolicy::regular}, settings}));
 }
 
-TEST_F(WindowProcessTest, DeliversEveryEventInOrder) {
+TEST_F(WindowClientTest, DeliversEveryEventInOrder) {
     process->send(settings);
     const auto run = nextReadyRun();
     auto expected = Messages::events();
@@ -108,15 +89,16 @@ TEST_F(WindowProcessTest, DeliversEveryEventInOrder) {
     EXPECT_EQ(events, expected);
 }
 
-TEST_F(WindowProcessTest, InheritsNothingButTheStandardStreamsAndItsSocket) {
+TEST_F(WindowClientTest, InheritsNothingButTheStandardStreamsAndItsSocket) {
     signal(SIGPIPE, SIG_IGN);
+    const Descriptor inheritable(open("/dev/null", O_RDONLY));
     process->send(settings);
     const auto run = nextReadyRun();
-    EXPECT_EQ(run->toldAfter("descriptors"), inheritableDescriptors());
+    EXPECT_EQ(run->toldAfter("descriptors"), " 0 1 2 3");
     EXPECT_EQ(run->toldAfter("SIGPIPE "), "default");
 }
 
-TEST_F(WindowProcessTest, EndsQuietlyAndIsStartedAnew) {
+TEST_F(WindowClientTest, EndsQuietlyAndIsStartedAnew) {
     for (std::size_t round = 1; round <= 3; ++round) {
         process->send(settings);
         const auto run = nextReadyRun();
@@ -130,7 +112,7 @@ TEST_F(WindowProcessTest, EndsQuietlyAndIsStartedAnew) {
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(WindowProcessTest, DeliversItsLastWords) {
+TEST_F(WindowClientTest, DeliversItsLastWords) {
     process->send(settings);
     const auto run = nextReadyRun();
     for (WindowId window = 1; window <= 2000; ++window) {
@@ -142,7 +124,7 @@ TEST_F(WindowProcessTest, DeliversItsLastWords) {
     EXPECT_EQ(events.back(), WindowEvent(WindowWillClose{2000}));
 }
 
-TEST_F(WindowProcessTest, LeavesNoDescriptorAndNoZombieBehind) {
+TEST_F(WindowClientTest, LeavesNoDescriptorAndNoZombieBehind) {
     const auto round = [&](const std::string& ending) {
         ends.clear();
         process->send(settings);
@@ -160,7 +142,7 @@ TEST_F(WindowProcessTest, LeavesNoDescriptorAndNoZombieBehind) {
     EXPECT_EQ(openDescriptors(), before + 6);
 }
 
-TEST_F(WindowProcessTest, TellsWhenItIsNotInstalled) {
+TEST_F(WindowClientTest, TellsWhenItIsNotInstalled) {
     uninstall();
     process->send(settings);
     process->send(content(1));
@@ -169,7 +151,7 @@ TEST_F(WindowProcessTest, TellsWhenItIsNotInstalled) {
     expectFailure("thermopix-windows is not installed.");
 }
 
-TEST_F(WindowProcessTest, IsLookedForAgainAtTheNextRequest) {
+TEST_F(WindowClientTest, IsLookedForAgainAtTheNextRequest) {
     uninstall();
     process->send(settings);
     ASSERT_TRUE(untilEnd());
@@ -181,20 +163,20 @@ TEST_F(WindowProcessTest, IsLookedForAgainAtTheNextRequest) {
     EXPECT_TRUE(untilRequests(nextReadyRun(), 1));
 }
 
-TEST_F(WindowProcessTest, TellsWhenItCannotBeExecuted) {
+TEST_F(WindowClientTest, TellsWhenItCannotBeExecuted) {
     uninstall();
-    folder.write("windows", "\x7F not a program");
+    folder.write("windows", "#!/no/such/interpreter\n");
     std::filesystem::permissions(installed(), std::filesystem::perms::owner_all);
     process->send(settings);
-    expectFailure(installed().string() + " cannot be started: Exec format error.");
+    expectFailure("Failed to execute child process “" + installed().string() + "” (No such file or directory).");
 }
 
-TEST_F(WindowProcessTest, IsNotStartedWithoutADisplay) {
+TEST_F(WindowClientTest, IsNotStartedWithoutADisplay) {
     for (const EnvironmentVariables& variables :
          std::vector<EnvironmentVariables>{{}, {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}}}) {
         auto without = options();
         without.variables = variables;
-        WindowProcess blind(without, loop, log);
+        WindowClient blind(without, loop, log);
         std::string failure;
         const auto end = blind.onEnd([&](const WindowProcessEnd& ended) { failure = ended.failure; });
         blind.send(settings);
@@ -203,40 +185,41 @@ TEST_F(WindowProcessTest, IsNotStartedWithoutADisplay) {
     }
 }
 
-TEST_F(WindowProcessTest, TellsHowItDied) {
-    process->send(settings);
-    nextReadyRun()->command("abort");
-    expectFailure("thermopix-windows was ended by signal 6 (Aborted).");
+TEST_F(WindowClientTest, TellsHowItFailed) {
+    struct Case {
+        bool saysHello;
+        std::vector<std::string> commands;
+        std::string failure;
+    };
+    const auto say = [](const WindowEvent& event) { return "say " + MessageCodec::line(event); };
+    const std::string malformed = "thermopix-windows sent a malformed message.";
+    const std::vector<Case> cases{
+        {true, {"abort"}, "thermopix-windows was ended by signal 6 (Aborted)."},
+        {true, {"exit 4"}, "thermopix-windows ended with status 4."},
+        {true, {R"(mumble {"windowWillClose":{"win)", "exit 1"}, "thermopix-windows ended with status 1."},
+        {true, {say(Hello{})}, malformed},
+        {true, {"flood 100000000"}, "thermopix-windows sent an endless message."},
+        {false, {"exit 0"}, "thermopix-windows ended before it came up."},
+        {false, {"exit " + std::to_string(WindowProtocol::noDisplayStatus)}, "There is no display to show windows on."},
+        {false, {say(WindowWillClose{1})}, malformed},
+        {false,
+         {say(Hello{WindowProtocol::version + 1})},
+         "thermopix-windows is of another version than this program."},
+    };
+    for (const auto& [saysHello, commands, failure] : cases) {
+        ends.clear();
+        log.lines.clear();
+        process->send(settings);
+        const auto run = saysHello ? nextReadyRun() : nextRun();
+        for (const auto& command : commands) {
+            run->command(command);
+        }
+        expectFailure(failure);
+        EXPECT_TRUE(events.empty()) << failure;
+    }
 }
 
-TEST_F(WindowProcessTest, TellsThatItFailed) {
-    process->send(settings);
-    nextReadyRun()->command("exit 4");
-    expectFailure("thermopix-windows ended with status 4.");
-}
-
-TEST_F(WindowProcessTest, TellsThatItFoundNoDisplay) {
-    process->send(settings);
-    nextRun()->command("exit " + std::to_string(WindowProtocol::noDisplayStatus));
-    expectFailure("There is no display to show windows on.");
-}
-
-TEST_F(WindowProcessTest, TellsThatItDiedBeforeItCameUp) {
-    process->send(settings);
-    nextRun()->command("exit 0");
-    expectFailure("thermopix-windows ended before it came up.");
-}
-
-TEST_F(WindowProcessTest, MayDieInTheMiddleOfAMessage) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    run->command(R"(mumble {"windowWillClose":{"win)");
-    run->command("exit 1");
-    expectFailure("thermopix-windows ended with status 1.");
-    EXPECT_TRUE(events.empty());
-}
-
-TEST_F(WindowProcessTest, IsEndedWhenItDoesNotMakeSense) {
+TEST_F(WindowClientTest, IsEndedWhenItDoesNotMakeSense) {
     process->send(settings);
     const auto run = nextReadyRun();
     run->command("stubborn");
@@ -248,34 +231,7 @@ TEST_F(WindowProcessTest, IsEndedWhenItDoesNotMakeSense) {
     EXPECT_TRUE(run->isReaped());
 }
 
-TEST_F(WindowProcessTest, IsEndedWhenItTalksBeforeItsHello) {
-    process->send(settings);
-    nextRun()->say(WindowWillClose{1});
-    expectFailure("thermopix-windows sent a malformed message.");
-    EXPECT_TRUE(events.empty());
-}
-
-TEST_F(WindowProcessTest, IsEndedWhenItSaysHelloTwice) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    run->sayHello();
-    expectFailure("thermopix-windows sent a malformed message.");
-}
-
-TEST_F(WindowProcessTest, IsEndedWhenItIsOfAnotherVersion) {
-    process->send(settings);
-    nextRun()->say(Hello{WindowProtocol::version + 1});
-    expectFailure("thermopix-windows is of another version than this program.");
-}
-
-TEST_F(WindowProcessTest, IsEndedWhenALineHasNoEnd) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    run->command("flood 100000000");
-    expectFailure("thermopix-windows sent an endless message.");
-}
-
-TEST_F(WindowProcessTest, IsEndedWhenItDoesNotComeUp) {
+TEST_F(WindowClientTest, IsEndedWhenItDoesNotComeUp) {
     process->send(settings);
     const auto run = nextRun();
     loop.advance(29s);
@@ -285,7 +241,7 @@ TEST_F(WindowProcessTest, IsEndedWhenItDoesNotComeUp) {
     EXPECT_TRUE(run->isReaped());
 }
 
-TEST_F(WindowProcessTest, MayLiveAsLongAsItLikesOnceItIsUp) {
+TEST_F(WindowClientTest, MayLiveAsLongAsItLikesOnceItIsUp) {
     process->send(settings);
     const auto run = nextReadyRun();
     run->say(WindowWillClose{1});
@@ -295,7 +251,7 @@ TEST_F(WindowProcessTest, MayLiveAsLongAsItLikesOnceItIsUp) {
     EXPECT_TRUE(settle(run));
 }
 
-TEST_F(WindowProcessTest, MakesRoomForTheNextWhenItClosesItsSocket) {
+TEST_F(WindowClientTest, MakesRoomForTheNextWhenItClosesItsSocket) {
     process->send(settings);
     const auto run = nextReadyRun();
     ASSERT_TRUE(settle(run));
@@ -306,13 +262,12 @@ TEST_F(WindowProcessTest, MakesRoomForTheNextWhenItClosesItsSocket) {
     process->send(SetActivationPolicy{ActivationPolicy::regular});
     run->command("exit 0");
     const auto next = nextReadyRun();
-    ASSERT_TRUE(untilRequests(next, 2));
-    EXPECT_EQ(next->requests,
+    EXPECT_EQ(received(next, 2),
               (std::vector<WindowRequest>{ShowAboutPanel{}, SetActivationPolicy{ActivationPolicy::regular}}));
     EXPECT_EQ(ends, std::vector<std::string>{""});
 }
 
-TEST_F(WindowProcessTest, IsEndedWhenItLivesOnWithoutItsSocket) {
+TEST_F(WindowClientTest, IsEndedWhenItLivesOnWithoutItsSocket) {
     process->send(settings);
     const auto run = nextReadyRun();
     ASSERT_TRUE(settle(run));
@@ -322,7 +277,7 @@ TEST_F(WindowProcessTest, IsEndedWhenItLivesOnWithoutItsSocket) {
     expectFailure("thermopix-windows was ended by signal 9 (Killed).");
 }
 
-TEST_F(WindowProcessTest, NeverHoldsUpTheProgramAndSeesOnlyTheNewestContent) {
+TEST_F(WindowClientTest, NeverHoldsUpTheProgramAndSeesOnlyTheNewestContent) {
     process->send(settings);
     const auto run = nextReadyRun();
     ASSERT_TRUE(settle(run));
@@ -342,12 +297,11 @@ TEST_F(WindowProcessTest, NeverHoldsUpTheProgramAndSeesOnlyTheNewestContent) {
         }
     }
     run->command("listen");
-    ASSERT_TRUE(untilRequests(run, 4));
-    EXPECT_EQ(run->requests, (std::vector{content(1, 2 * large), content(10, large), content(10, 10, 2),
-                                          WindowRequest(OrderWindowFront{1})}));
+    EXPECT_EQ(received(run, 4), (std::vector{content(1, 2 * large), content(10, large), content(10, 10, 2),
+                                             WindowRequest(OrderWindowFront{1})}));
 }
 
-TEST_F(WindowProcessTest, ReadsOnWhileTheOtherSideIsDeaf) {
+TEST_F(WindowClientTest, ReadsOnWhileTheOtherSideIsDeaf) {
     process->send(settings);
     const auto run = nextReadyRun();
     run->command("deafen");
@@ -357,7 +311,7 @@ TEST_F(WindowProcessTest, ReadsOnWhileTheOtherSideIsDeaf) {
     EXPECT_TRUE(until([&] { return !events.empty(); }));
 }
 
-TEST_F(WindowProcessTest, EndsWithTheProgram) {
+TEST_F(WindowClientTest, EndsWithTheProgram) {
     process->send(settings);
     const auto run = nextReadyRun();
     ASSERT_TRUE(settle(run));
@@ -366,7 +320,7 @@ TEST_F(WindowProcessTest, EndsWithTheProgram) {
     EXPECT_TRUE(ends.empty());
 }
 
-TEST_F(WindowProcessTest, EndsWithTheProgramEvenWhenItHangs) {
+TEST_F(WindowClientTest, EndsWithTheProgramEvenWhenItHangs) {
     process->send(settings);
     const auto run = nextReadyRun();
     run->command("stubborn");
@@ -376,7 +330,7 @@ TEST_F(WindowProcessTest, EndsWithTheProgramEvenWhenItHangs) {
     EXPECT_TRUE(until([&] { return run->isReaped(); }));
 }
 
-TEST_F(WindowProcessTest, MayBeAskedAgainByTheHandlerOfItsEnd) {
+TEST_F(WindowClientTest, MayBeAskedAgainByTheHandlerOfItsEnd) {
     const auto again = process->onEnd([&](const WindowProcessEnd& /*end*/) {
         if (ends.size() == 1) {
             process->send(settings);

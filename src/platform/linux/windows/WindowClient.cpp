@@ -1,15 +1,14 @@
-#include "platform/linux/windows/WindowProcess.h"
+#include "platform/linux/windows/WindowClient.h"
 
 #include <fmt/format.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstring>
-#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -34,14 +33,6 @@ bool showsSomething(const WindowRequest& request) {
            std::holds_alternative<OpenPopupMenu>(request) || std::holds_alternative<ShowStrip>(request);
 }
 
-bool hasDisplay(const EnvironmentVariables& variables) {
-    constexpr std::array names{"WAYLAND_DISPLAY", "DISPLAY"};
-    return std::any_of(names.begin(), names.end(), [&](const char* name) {
-        const auto variable = variables.find(name);
-        return variable != variables.end() && !variable->second.empty();
-    });
-}
-
 // Empty for a good end.
 std::string describe(int status) {
     if (WIFSIGNALED(status)) {
@@ -55,11 +46,40 @@ std::string describe(int status) {
     return code == 0 ? std::string() : fmt::format("{} ended with status {}.", WindowProtocol::executable, code);
 }
 
+/// The process inherits the socket and the standard streams, and nothing else.
+GObjectHandle<GSubprocess> spawn(const std::filesystem::path& program, const EnvironmentVariables& variables,
+                                 Descriptor socket, GErrorSlot& error) {
+    const GObjectHandle<GSubprocessLauncher> launcher(g_subprocess_launcher_new(G_SUBPROCESS_FLAGS_STDIN_INHERIT));
+    g_subprocess_launcher_take_fd(launcher.get(), socket.release(), WindowClient::inheritedDescriptor);
+    gchar* nothing = nullptr;
+    g_subprocess_launcher_set_environ(launcher.get(), &nothing);
+    for (const auto& [name, value] : variables) {
+        g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), TRUE);
+    }
+    // An ignored signal would be inherited.
+    g_subprocess_launcher_set_child_setup(
+        launcher.get(), [](gpointer) { std::signal(SIGPIPE, SIG_DFL); }, nullptr, nullptr);
+    const std::string option(WindowProtocol::socketOption);
+    const std::string number = std::to_string(WindowClient::inheritedDescriptor);
+    return GObjectHandle<GSubprocess>(g_subprocess_launcher_spawn(launcher.get(), error.out(), program.c_str(),
+                                                                  option.c_str(), number.c_str(), nullptr));
+}
+
 }  // namespace
 
 /// One process, from its start until it is reaped.
-struct WindowProcess::Running {
-    std::unique_ptr<ChildProcess> child;
+struct WindowClient::Running {
+    Running() : cancellable(g_cancellable_new()) {}
+    ~Running() {
+        g_cancellable_cancel(cancellable.get());
+        g_subprocess_send_signal(child.get(), SIGTERM);
+    }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+    GObjectHandle<GSubprocess> child;
+    /// Of the wait for its end.
+    GObjectHandle<GCancellable> cancellable;
     /// Null while the process is ending.
     std::unique_ptr<MessageChannel> channel;
     bool hasSaidHello = false;
@@ -67,12 +87,12 @@ struct WindowProcess::Running {
     Subscription patience;
 };
 
-WindowProcess::WindowProcess(Options options, MainLoop& mainLoop, DiagnosticLog& log)
+WindowClient::WindowClient(Options options, MainLoop& mainLoop, DiagnosticLog& log)
     : options_(std::move(options)), mainLoop_(mainLoop), log_(log) {}
 
-WindowProcess::~WindowProcess() = default;
+WindowClient::~WindowClient() = default;
 
-void WindowProcess::send(const WindowRequest& request) {
+void WindowClient::send(const WindowRequest& request) {
     if (running_ && !running_->channel) {
         waiting_.push_back(request);
     } else if (running_ || (showsSomething(request) && start())) {
@@ -80,7 +100,7 @@ void WindowProcess::send(const WindowRequest& request) {
     }
 }
 
-bool WindowProcess::start() {
+bool WindowClient::start() {
     if (startFailed_.isActive()) {
         return false;
     }
@@ -98,7 +118,7 @@ bool WindowProcess::start() {
     return true;
 }
 
-std::string WindowProcess::startFailure() {
+std::string WindowClient::startFailure() {
     if (!hasDisplay(options_.variables)) {
         return noDisplay;
     }
@@ -106,32 +126,26 @@ std::string WindowProcess::startFailure() {
     if (!executable) {
         return fmt::format("{} is not installed.", WindowProtocol::executable);
     }
-    std::error_code error;
     std::array<int, 2> ends{-1, -1};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-        error = std::error_code(errno, std::generic_category());
+        return fmt::format("{} cannot be started: {}.", executable->string(), strerror(errno));
     }
     Descriptor ours(ends[0]);
-    const Descriptor theirs(ends[1]);
-    std::unique_ptr<ChildProcess> child;
-    if (!error) {
-        child = ChildProcess::start(
-            *executable, {std::string(WindowProtocol::socketOption), std::to_string(ChildProcess::inheritedDescriptor)},
-            options_.variables, theirs.get(), error);
-    }
+    GErrorSlot error;
+    GObjectHandle<GSubprocess> child = spawn(*executable, options_.variables, Descriptor(ends[1]), error);
     if (!child) {
-        return fmt::format("{} cannot be started: {}.", executable->string(), error.message());
+        return fmt::format("{}.", error.message());
     }
-    child->onExit = [this](int status) { exited(status); };
     running_ = std::make_unique<Running>();
     running_->child = std::move(child);
+    g_subprocess_wait_async(running_->child.get(), running_->cancellable.get(), &WindowClient::childEnded, this);
     running_->channel = std::make_unique<MessageChannel>(
         std::move(ours), MessageChannel::Handlers{.received = [this](std::string_view line) { received(line); },
                                                   .ended = [this](MessageChannel::End end) { channelEnded(end); }});
     return {};
 }
 
-void WindowProcess::received(std::string_view line) {
+void WindowClient::received(std::string_view line) {
     const auto event = MessageCodec::event(line);
     const auto* hello = event ? std::get_if<Hello>(&*event) : nullptr;
     if (!event || (hello != nullptr) == running_->hasSaidHello) {
@@ -146,23 +160,30 @@ void WindowProcess::received(std::string_view line) {
     }
 }
 
-void WindowProcess::channelEnded(MessageChannel::End end) {
+void WindowClient::channelEnded(MessageChannel::End end) {
     if (end == MessageChannel::End::overlong) {
         condemn(fmt::format("{} sent an endless message.", WindowProtocol::executable));
         return;
     }
     running_->channel.reset();
-    running_->patience = mainLoop_.oneShot(patienceAtEnd, [this] { running_->child->kill(); });
+    running_->patience = mainLoop_.oneShot(patienceAtEnd, [this] { g_subprocess_force_exit(running_->child.get()); });
 }
 
-void WindowProcess::condemn(std::string reason) {
+void WindowClient::condemn(std::string reason) {
     running_->failure = std::move(reason);
-    running_->child->kill();
+    g_subprocess_force_exit(running_->child.get());
     running_->channel.reset();
     running_->patience.cancel();
 }
 
-void WindowProcess::exited(int status) {
+void WindowClient::childEnded(GObject* child, GAsyncResult* result, gpointer client) {
+    // An error means that nobody waits any more.
+    if (g_subprocess_wait_finish(G_SUBPROCESS(child), result, nullptr) != FALSE) {
+        static_cast<WindowClient*>(client)->exited(g_subprocess_get_status(G_SUBPROCESS(child)));
+    }
+}
+
+void WindowClient::exited(int status) {
     if (running_->channel) {
         running_->channel->readRest();
     }
@@ -181,7 +202,7 @@ void WindowProcess::exited(int status) {
     }
 }
 
-void WindowProcess::report(std::string failure) {
+void WindowClient::report(std::string failure) {
     if (!failure.empty()) {
         log_.diag(logCategory, failure);
     }

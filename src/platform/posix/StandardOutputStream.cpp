@@ -1,13 +1,9 @@
-#include "platform/linux/files/StandardOutputStream.h"
-
-#include <unistd.h>
+#include "platform/posix/StandardOutputStream.h"
 
 #include <string>
 #include <utility>
 
 namespace thermopix {
-
-StandardOutputStream::StandardOutputStream(int descriptor) : StandardOutputStream(descriptor, ::write) {}
 
 StandardOutputStream::StandardOutputStream(int descriptor, WriteFunction write)
     : descriptor_(descriptor), write_(std::move(write)) {}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/files/WriteAll.h"
+#include "platform/posix/WriteAll.h"
 #include "system/StandardOutput.h"
 
 namespace thermopix {
@@ -10,8 +10,7 @@ namespace thermopix {
 class StandardOutputStream final : public StandardOutput {
 public:
     /// The descriptor stays the caller's.
-    explicit StandardOutputStream(int descriptor);
-    StandardOutputStream(int descriptor, WriteFunction write);
+    explicit StandardOutputStream(int descriptor, WriteFunction write = ::write);
 
     void line(std::string_view text) override;
 

@@ -10,7 +10,6 @@
 #include "base/Observers.h"
 #include "messages/WindowEvent.h"
 #include "messages/WindowRequest.h"
-#include "platform/linux/windows/ChildProcess.h"
 #include "platform/linux/windows/MessageChannel.h"
 #include "system/DiagnosticLog.h"
 #include "system/MainLoop.h"
@@ -26,11 +25,14 @@ struct WindowProcessEnd {
     [[nodiscard]] bool isFailure() const { return !failure.empty(); }
 };
 
-/// The process that shows the windows: started by the first request to show something, gone with its last window, and
-/// started anew by the next such request, whatever became of it. Handlers run on the main loop, never inside `send`,
-/// apart from those of a start, and do not end this object. Main thread.
-class WindowProcess {
+/// Our side of the process that shows the windows, which is started by the first request to show something, gone with
+/// its last window, and started anew by the next such request, whatever became of it. Handlers run on the main loop,
+/// never inside `send`, apart from those of a start, and do not end this object. Main thread.
+class WindowClient {
 public:
+    /// The number of the socket in the process.
+    static constexpr int inheritedDescriptor = 3;
+
     struct Options {
         /// Whose window process it is; decides where the executable is looked for, at each start.
         std::filesystem::path program;
@@ -38,11 +40,11 @@ public:
         EnvironmentVariables variables;
     };
 
-    /// `mainLoop` and `log` outlive the process.
-    WindowProcess(Options options, MainLoop& mainLoop, DiagnosticLog& log);
-    ~WindowProcess();
-    WindowProcess(const WindowProcess&) = delete;
-    WindowProcess& operator=(const WindowProcess&) = delete;
+    /// `mainLoop` and `log` outlive the client.
+    WindowClient(Options options, MainLoop& mainLoop, DiagnosticLog& log);
+    ~WindowClient();
+    WindowClient(const WindowClient&) = delete;
+    WindowClient& operator=(const WindowClient&) = delete;
 
     /// Without a running process, a request that shows nothing is dropped.
     void send(const WindowRequest& request);
@@ -66,6 +68,7 @@ private:
     [[nodiscard]] std::string startFailure();
     void received(std::string_view line);
     void channelEnded(MessageChannel::End end);
+    static void childEnded(GObject* child, GAsyncResult* result, gpointer client);
     void exited(int status);
     /// Ends a process that cannot be trusted.
     void condemn(std::string reason);

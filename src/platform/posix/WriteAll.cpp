@@ -1,4 +1,4 @@
-#include "platform/linux/files/WriteAll.h"
+#include "platform/posix/WriteAll.h"
 
 #include <poll.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/files/StandardOutputStream.h"
+#include "platform/posix/StandardOutputStream.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
