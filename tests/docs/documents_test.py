@@ -92,10 +92,36 @@ class Planted(WithTree):
     def check(self, text, table=None):
         return problems_of({"planted.md": text}, self.tree, table or {}, OPTIONS)
 
-    def assert_found(self, text, found, table=None):
-        problems = self.check(text, table)
-        self.assertEqual(len(problems), 1, problems)
-        self.assertIn(found, problems[0])
+    # The document, a part of what is found, and the table of what is not run.
+    MISTAKES = (
+        ("```sh\ntrue\nthermopix --sensors | grep -q 'no such line'\n```\n", "ends with status 1"),
+        ("```sh\nthermopics --sensors\n```\n", "thermopics: command not found"),
+        ("```sh\n./dev frobnicate\n```\n", "ends with status 2"),
+        ("```console\n$ echo 57 degrees\n56 degrees\n```\n", "is shown to print\n56 degrees"),
+        ("```console\n$ printf 'a\\nb\\n'\na\n```\n", "and prints\na\nb"),
+        ("```console\n$ true\na\n```\n", "is shown to print"),
+        ("```sh\necho 57 degrees\n```\n", "does not show '58 degrees'", {"echo 57 degrees": RunsOn("58 degrees")}),
+        ("```console\n$ thermopix --terminal\n58 degrees\n```\n", "is not shown to print '57 degrees",
+         {"thermopix --terminal": RunsOn("57 degrees Celsius, comfy")}),
+        ("```sh\n./dev test\n```\n", "there is a reason",
+         {"./dev test": NotRun("", lambda tree, command: "there is a reason")}),
+        ("```sh\ntrue\n```\n", "which no document has", {"./dev test": NotRun("", lambda *_: None)}),
+        ("```bash\ntrue\n```\n", "a block of bash"),
+        ("```\ntrue\n```\n", "a block of nothing"),
+        ("Text:\n\n    rm -rf /tmp\n", "a block by indentation"),
+        ("```sh\ntrue\n", "a block without an end"),
+        ("[there](docs/nowhere.md)", "leads nowhere"),
+        ("`./dev frobnicate`", "./dev knows no frobnicate"),
+        ("`thermopix --frobnicate`", "thermopix knows no --frobnicate"),
+        ("`src/frobnicate/`", "there is no src/frobnicate/"),
+    )
+
+    def test_each_mistake_is_found_alone(self):
+        for text, found, *table in self.MISTAKES:
+            with self.subTest(text):
+                problems = self.check(text, *table)
+                self.assertEqual(len(problems), 1, problems)
+                self.assertIn(found, problems[0])
 
     def test_a_good_document_has_none(self):
         self.assertEqual(self.check("""
@@ -121,33 +147,6 @@ $ true
 ```
 """), [])
 
-    def test_a_command_that_fails(self):
-        self.assert_found("```sh\ntrue\nthermopix --sensors | grep -q 'no such line'\n```\n", "ends with status 1")
-
-    def test_a_command_that_is_not_there(self):
-        self.assert_found("```sh\nthermopics --sensors\n```\n", "thermopics: command not found")
-
-    def test_a_command_that_can_neither_be_run_nor_is_in_the_table(self):
-        self.assert_found("```sh\n./dev frobnicate\n```\n", "ends with status 2")
-
-    def test_output_that_differs(self):
-        self.assert_found("```console\n$ echo 57 degrees\n56 degrees\n```\n", "is shown to print\n56 degrees")
-        self.assert_found("```console\n$ printf 'a\\nb\\n'\na\n```\n", "and prints\na\nb")
-        self.assert_found("```console\n$ true\na\n```\n", "is shown to print")
-
-    def test_a_program_that_does_not_show_what_it_should(self):
-        self.assert_found("```sh\necho 57 degrees\n```\n", "does not show '58 degrees'",
-                          {"echo 57 degrees": RunsOn("58 degrees")})
-        self.assert_found("```console\n$ thermopix --terminal\n58 degrees\n```\n", "is not shown to print '57 degrees",
-                          {"thermopix --terminal": RunsOn("57 degrees Celsius, comfy")})
-
-    def test_what_is_asked_in_place_of_a_run(self):
-        self.assert_found("```sh\n./dev test\n```\n", "there is a reason",
-                          {"./dev test": NotRun("", lambda tree, command: "there is a reason")})
-
-    def test_an_entry_of_the_table_that_no_document_has(self):
-        self.assert_found("```sh\ntrue\n```\n", "which no document has", {"./dev test": NotRun("", lambda *_: None)})
-
     def test_every_question_of_the_table_can_be_answered_no(self):
         wrong = {
             "knows_dev_command": "./dev frobnicate",
@@ -163,24 +162,6 @@ $ true
             ask = not_run.has_files("frobnicate") if name == "missing" else getattr(not_run, name)
             self.assertIn("frobnicate", ask(self.tree, command) or "")
         self.assertIn("frobnicate", not_run.knows_dev_command(self.tree, "./dev test --frobnicate"))
-
-    def test_a_block_of_an_unknown_kind(self):
-        self.assert_found("```bash\ntrue\n```\n", "a block of bash")
-        self.assert_found("```\ntrue\n```\n", "a block of nothing")
-
-    def test_a_block_by_indentation(self):
-        self.assert_found("Text:\n\n    rm -rf /tmp\n", "a block by indentation")
-
-    def test_a_block_without_an_end(self):
-        self.assert_found("```sh\ntrue\n", "a block without an end")
-
-    def test_a_link_that_leads_nowhere(self):
-        self.assert_found("[there](docs/nowhere.md)", "leads nowhere")
-
-    def test_names_that_do_not_exist(self):
-        self.assert_found("`./dev frobnicate`", "./dev knows no frobnicate")
-        self.assert_found("`thermopix --frobnicate`", "thermopix knows no --frobnicate")
-        self.assert_found("`src/frobnicate/`", "there is no src/frobnicate/")
 
 
 if __name__ == "__main__":

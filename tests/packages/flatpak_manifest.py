@@ -1,11 +1,7 @@
-#!/usr/bin/env python3
-"""flatpak_manifest.py MANIFEST IDENTIFIER: the Flatpak's manifest has the structure that flatpak-builder wants, takes no
-permission but those listed here, and pins everything that it fetches. Says what is wrong, one finding a line."""
+"""The Flatpak's manifest has the structure that flatpak-builder wants, takes no permission but those listed here, and
+pins everything that it fetches."""
 import os
 import re
-import sys
-
-import yaml
 
 # Every permission that is taken, with what it is for; docs/packaging.md explains them.
 PERMISSIONS = {
@@ -67,16 +63,6 @@ def module_findings(module, folder):
         yield from source_findings(source, folder)
 
 
-def permission_findings(arguments):
-    for argument in arguments:
-        if argument not in PERMISSIONS:
-            yield f"the permission {argument} is not among those that are explained"
-    if len(set(arguments)) != len(arguments):
-        yield "a permission is taken twice"
-    for argument in sorted(PERMISSIONS.keys() - set(arguments)):
-        yield f"the permission {argument} is explained and not taken"
-
-
 def findings(manifest, path, identifier):
     if not isinstance(manifest, dict):
         yield "no manifest"
@@ -98,7 +84,13 @@ def findings(manifest, path, identifier):
     if not has_shape(manifest.get("cleanup", []), str):
         yield "cleanup is no list of texts"
     if has_shape(manifest.get("finish-args"), str):
-        yield from permission_findings(manifest["finish-args"])
+        taken = manifest["finish-args"]
+        for one in taken:
+            if one not in PERMISSIONS:
+                yield f"the permission {one} is not among those that are explained"
+        yield from (f"the permission {one} is explained and not taken" for one in PERMISSIONS if one not in taken)
+        if len(set(taken)) != len(taken):
+            yield "a permission is taken twice"
     else:
         yield "finish-args is no list of texts"
     modules = manifest.get("modules")
@@ -113,16 +105,3 @@ def findings(manifest, path, identifier):
     for module in modules:
         for finding in module_findings(module, os.path.dirname(path)):
             yield f"{module.get('name')}: {finding}"
-
-
-def main():
-    path, identifier = sys.argv[1:]
-    with open(path, encoding="utf-8") as file:
-        found = list(findings(yaml.safe_load(file), path, identifier))
-    for finding in found:
-        print(f"{os.path.basename(path)}: {finding}")
-    return 1 if found else 0
-
-
-if __name__ == "__main__":
-    sys.exit(main())
