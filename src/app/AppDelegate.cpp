@@ -97,11 +97,7 @@ void AppDelegate::applyActivationPolicy() {
 }
 
 void AppDelegate::applyActivationPolicyLater() {
-    platform_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) {
-            applyActivationPolicy();
-        }
-    });
+    policyChange_ = platform_.mainLoop().post([this] { applyActivationPolicy(); });
 }
 
 }  // namespace thermopix

@@ -44,8 +44,7 @@ private:
     std::unique_ptr<StatusItemController> statusController_;
     std::unique_ptr<PreferencesWindowController> preferencesController_;
     std::vector<Subscription> cancellables_;
-    /// Lets posted work notice that the delegate is gone.
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    Subscription policyChange_;
 };
 
 }  // namespace thermopix

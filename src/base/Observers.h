@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -30,6 +32,11 @@ public:
                 (*handler)(values...);
             }
         }
+    }
+
+    [[nodiscard]] std::size_t count() const {
+        return static_cast<std::size_t>(
+            std::count_if(handlers_.begin(), handlers_.end(), [](const auto& entry) { return !entry.expired(); }));
     }
 
 private:

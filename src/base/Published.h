@@ -1,11 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <utility>
-#include <vector>
 
-#include "base/Subscription.h"
+#include "base/Observers.h"
 
 namespace thermopix {
 
@@ -15,7 +13,7 @@ namespace thermopix {
 template <typename Value>
 class Published {
 public:
-    using Handler = std::function<void(const Value&)>;
+    using Handler = typename Observers<Value>::Handler;
 
     explicit Published(Value initial) : current_(std::move(initial)) {}
     Published(const Published&) = delete;
@@ -26,27 +24,21 @@ public:
     /// Tells every subscriber; `value()` answers `next` only afterwards, so a subscriber can still see the value
     /// that is being replaced. A callback that sends again is overruled by the send that called it.
     void send(Value next) {
-        std::erase_if(handlers_, [](const auto& entry) { return entry.expired(); });
-        const auto told = handlers_;
-        for (const auto& entry : told) {
-            if (const auto handler = entry.lock()) {
-                (*handler)(next);
-            }
-        }
+        observers_.tell(next);
         current_ = std::move(next);
     }
 
     /// Calls `handler` with the current value before it returns.
     Subscription subscribe(Handler handler) {
-        auto shared = std::make_shared<Handler>(std::move(handler));
-        handlers_.push_back(shared);
+        const auto shared = std::make_shared<Handler>(std::move(handler));
+        auto subscription = observers_.add([shared](const Value& value) { (*shared)(value); });
         (*shared)(current_);
-        return Subscription([shared]() mutable { shared.reset(); });
+        return subscription;
     }
 
 private:
     Value current_;
-    std::vector<std::weak_ptr<Handler>> handlers_;
+    Observers<Value> observers_;
 };
 
 }  // namespace thermopix

@@ -3,7 +3,6 @@
 #include <tuple>
 #include <utility>
 
-#include "pixels/BlinkRhythm.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
 
@@ -13,31 +12,31 @@ StatusItemController::StatusItemController(AppEnvironment& environment, StatusBa
                                            StatusMenuController::Actions actions)
     : environment_(environment),
       menuController_(environment, std::move(actions)),
-      statusItem_(statusBar.makeStatusItem()) {
+      statusItem_(statusBar.makeStatusItem()),
+      blinking_(environment.mainLoop(), [this] { redraw(); }) {
     statusItem_->setMenu(menuController_);
     observePreferences();
     startTicking();
     startBlinking();
 }
 
-StatusItemController::~StatusItemController() = default;
+StatusItemController::~StatusItemController() {
+    auto& scheduler = environment_.scheduler();
+    scheduler.onTick = scheduler.onWake = scheduler.onSleep = nullptr;
+}
 
 void StatusItemController::refresh() {
     lastDrawn_ = environment_.currentDisplay();
     redraw();
 }
 
-template <typename Projection, typename Work>
-void StatusItemController::onChange(Projection project, Work work) {
-    auto handler = [this, work, isFirst = true](const auto& value) mutable {
-        if (std::exchange(isFirst, false)) {
-            return;
+template <typename Projection>
+void StatusItemController::onChange(Projection project, std::function<void()> work) {
+    auto handler = [this, work = std::move(work), isFirst = true,
+                    posted = std::make_shared<Subscription>()](const auto& /*value*/) mutable {
+        if (!std::exchange(isFirst, false)) {
+            *posted = environment_.mainLoop().post(work);
         }
-        environment_.mainLoop().post([work, value, alive = std::weak_ptr(alive_)] {
-            if (!alive.expired()) {
-                work(value);
-            }
-        });
     };
     subscriptions_.push_back(environment_.store().subscribeDistinct(project, std::move(handler)));
 }
@@ -48,59 +47,33 @@ void StatusItemController::observePreferences() {
             return std::tuple(preferences.unit, preferences.style, preferences.size, preferences.source,
                               preferences.showsUnitLetter);
         },
-        [this](const auto&) { refresh(); });
-    onChange([](const Preferences& preferences) { return preferences.pet; }, [this](PixelPet) { startBlinking(); });
+        [this] { refresh(); });
+    onChange([](const Preferences& preferences) { return preferences.pet; }, [this] { startBlinking(); });
     onChange([](const Preferences& preferences) { return preferences.refreshInterval; },
-             [this](RefreshInterval interval) { environment_.scheduler().setInterval(interval); });
+             [this] { environment_.scheduler().setInterval(environment_.preferences().refreshInterval); });
 }
 
 void StatusItemController::startTicking() {
     auto& scheduler = environment_.scheduler();
-    scheduler.onTick = [this, alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) {
-            refresh();
-        }
+    scheduler.onTick = [this] { refresh(); };
+    scheduler.onWake = [this] {
+        environment_.monitor().reset();
+        lastDrawn_.reset();
+        lastRendered_.reset();
+        startBlinking();
     };
-    scheduler.onWake = [this, alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) {
-            environment_.monitor().reset();
-            lastDrawn_.reset();
-            lastRendered_.reset();
-            startBlinking();
-        }
-    };
-    scheduler.onSleep = [this, alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) {
-            // Nobody sees a pet blink on a dark display.
-            blinkTimer_.cancel();
-            eyesOpenTimer_.cancel();
-            isBlinking_ = false;
-        }
-    };
+    // Nobody sees a pet blink on a dark display.
+    scheduler.onSleep = [this] { blinking_.stop(); };
     scheduler.start(environment_.preferences().refreshInterval);
 }
 
 void StatusItemController::startBlinking() {
-    blinkTimer_.cancel();
-    isBlinking_ = false;
     if (environment_.preferences().pet == PixelPet::none) {
+        blinking_.stop();
         redraw();
-        return;
+    } else if (!environment_.scheduler().isAsleep()) {
+        blinking_.start();
     }
-    if (environment_.scheduler().isAsleep()) {
-        return;
-    }
-    blinkTimer_ = environment_.mainLoop().repeating(BlinkRhythm::period, BlinkRhythm::period, BlinkRhythm::leeway,
-                                                    [this] { blink(); });
-}
-
-void StatusItemController::blink() {
-    isBlinking_ = true;
-    redraw();
-    eyesOpenTimer_ = environment_.mainLoop().oneShot(BlinkRhythm::closed, [this] {
-        isBlinking_ = false;
-        redraw();
-    });
 }
 
 void StatusItemController::redraw() {
@@ -109,7 +82,7 @@ void StatusItemController::redraw() {
     }
     const auto& preferences = environment_.preferences();
     const Appearance appearance{preferences.style, preferences.size, preferences.pet, preferences.showsUnitLetter,
-                                isBlinking_};
+                                blinking_.areEyesClosed()};
     if (lastRendered_ == lastDrawn_ && lastAppearance_ == appearance) {
         return;
     }

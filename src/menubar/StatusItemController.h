@@ -7,6 +7,7 @@
 
 #include "environment/AppEnvironment.h"
 #include "menubar/StatusMenuController.h"
+#include "pixels/Blinking.h"
 #include "sensing/Display.h"
 #include "shell/StatusItem.h"
 
@@ -40,26 +41,21 @@ public:
 
 private:
     /// Does `work` in a later turn, whenever what `project` makes of the settings has changed from now on.
-    template <typename Projection, typename Work>
-    void onChange(Projection project, Work work);
+    template <typename Projection>
+    void onChange(Projection project, std::function<void()> work);
     void observePreferences();
     void startTicking();
     void startBlinking();
-    void blink();
     void redraw();
 
     AppEnvironment& environment_;
     StatusMenuController menuController_;
     std::unique_ptr<StatusItem> statusItem_;
     std::vector<Subscription> subscriptions_;
-    Subscription blinkTimer_;
-    Subscription eyesOpenTimer_;
+    Blinking blinking_;
     std::optional<Display> lastDrawn_;
     std::optional<Display> lastRendered_;
     std::optional<Appearance> lastAppearance_;
-    bool isBlinking_ = false;
-    /// Lets posted work notice that the controller is gone.
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace thermopix

@@ -39,7 +39,7 @@ ViewNode PetRow::node() const {
         std::vector<ViewNode> sprites;
         for (const PetMood mood : allCases<PetMood>()) {
             const bool isCurrent = mood == display.mood;
-            sprites.push_back(Views::pixelImage(spriteImage(pet, mood, size, blinking && isSelected && isCurrent),
+            sprites.push_back(Views::pixelImage(spriteImage(pet, mood, size, blinking && isCurrent),
                                                 RoleColor{isCurrent ? ColorRole::accent : ColorRole::tertiary}));
         }
         picture = Views::horizontal(spriteSpacing, std::move(sprites));

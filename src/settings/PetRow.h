@@ -14,7 +14,7 @@ struct PetRow {
     PixelStyle style = PixelStyle::arcade;
     PixelSize size = PixelSize::compact;
     bool isSelected = false;
-    /// The chosen pet has its eyes closed just now.
+    /// The present mood has its eyes closed just now.
     bool blinking = false;
 
     [[nodiscard]] ViewNode node() const;

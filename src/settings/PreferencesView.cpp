@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "environment/AppInfo.h"
-#include "pixels/BlinkRhythm.h"
 #include "settings/CasePicker.h"
 #include "settings/Identifiers.h"
 #include "settings/Panes.h"
@@ -44,7 +43,10 @@ bool choose(PreferencesStore& store, Case Preferences::*field, std::optional<std
 }  // namespace
 
 PreferencesView::PreferencesView(AppEnvironment& environment, std::function<void()> terminate, double titleBarHeight)
-    : environment_(environment), terminate_(std::move(terminate)), titleBarHeight_(titleBarHeight) {}
+    : environment_(environment),
+      terminate_(std::move(terminate)),
+      titleBarHeight_(titleBarHeight),
+      blinking_(environment.mainLoop(), [this] { redraw(); }) {}
 
 ViewNode PreferencesView::node() {
     const auto& system = environment_.platform().systemInformation();
@@ -67,7 +69,7 @@ ViewNode PreferencesView::paneNode() {
     const auto& preferences = environment_.preferences();
     switch (pane_) {
         case Pane::readout:
-            return Panes::readout(preferences, display_, isBlinking_);
+            return Panes::readout(preferences, display_, blinking_.areEyesClosed());
         case Pane::general:
             return Panes::general(preferences);
         case Pane::about:
@@ -137,66 +139,27 @@ void PreferencesView::appear() {
     }
     previewTimer_ = environment_.mainLoop().repeating(previewInterval, previewInterval, previewLeeway,
                                                       [this] { refreshDisplay(); });
-    settings_.push_back(environment_.store().subscribe([this](const Preferences&) { settingsChanged(); }));
+    // Subscribers hear of a change before it is made; what is drawn is the record as it will be.
+    settings_.push_back(environment_.store().subscribe(
+        [this](const Preferences&) { redrawing_ = environment_.mainLoop().post([this] { redraw(); }); }));
     settings_.push_back(environment_.store().subscribeDistinct(
         [](const Preferences& record) { return std::tuple(record.unit, record.source); },
-        [this](const auto&) {
-            environment_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
-                if (!alive.expired() && previewTimer_.isActive()) {
-                    refreshDisplay();
-                }
-            });
-        }));
-    settings_.push_back(
-        environment_.store().subscribeDistinct([](const Preferences& record) { return record.pet == PixelPet::none; },
-                                               [this](bool) {
-                                                   environment_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
-                                                       if (!alive.expired() && previewTimer_.isActive()) {
-                                                           startBlinking();
-                                                       }
-                                                   });
-                                               }));
+        [this](const auto&) { refreshing_ = environment_.mainLoop().post([this] { refreshDisplay(); }); }));
+    blinking_.start();
     refreshDisplay();
 }
 
 void PreferencesView::disappear() {
     settings_.clear();
+    redrawing_.cancel();
+    refreshing_.cancel();
     previewTimer_.cancel();
-    blinkTimer_.cancel();
-    eyesOpenTimer_.cancel();
-    isBlinking_ = false;
-}
-
-void PreferencesView::settingsChanged() {
-    // Subscribers hear of a change before it is made; what is drawn is the record as it will be.
-    environment_.mainLoop().post([this, alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) {
-            redraw();
-        }
-    });
+    blinking_.stop();
 }
 
 void PreferencesView::refreshDisplay() {
     display_ = environment_.currentDisplay();
     redraw();
-}
-
-void PreferencesView::startBlinking() {
-    isBlinking_ = false;
-    eyesOpenTimer_.cancel();
-    blinkTimer_.cancel();
-    if (environment_.preferences().pet == PixelPet::none) {
-        return;
-    }
-    blinkTimer_ =
-        environment_.mainLoop().repeating(BlinkRhythm::period, BlinkRhythm::period, BlinkRhythm::leeway, [this] {
-            isBlinking_ = true;
-            redraw();
-            eyesOpenTimer_ = environment_.mainLoop().oneShot(BlinkRhythm::closed, [this] {
-                isBlinking_ = false;
-                redraw();
-            });
-        });
 }
 
 void PreferencesView::redraw() {

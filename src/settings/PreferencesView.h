@@ -1,11 +1,12 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string_view>
+#include <vector>
 
 #include "base/Subscription.h"
 #include "environment/AppEnvironment.h"
+#include "pixels/Blinking.h"
 #include "sensing/Display.h"
 #include "settings/Pane.h"
 #include "shell/ViewNode.h"
@@ -35,9 +36,7 @@ private:
     bool handleToggle(const ViewEvent& event);
     bool handleChoice(const ViewEvent& event);
     void handleAction(std::string_view identifier);
-    void settingsChanged();
     void refreshDisplay();
-    void startBlinking();
     void redraw();
 
     AppEnvironment& environment_;
@@ -45,13 +44,11 @@ private:
     double titleBarHeight_;
     Pane pane_ = Pane::readout;
     Display display_;
-    bool isBlinking_ = false;
+    Blinking blinking_;
     Subscription previewTimer_;
-    Subscription blinkTimer_;
-    Subscription eyesOpenTimer_;
+    Subscription redrawing_;
+    Subscription refreshing_;
     std::vector<Subscription> settings_;
-    /// Lets posted work notice that the view is gone.
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace thermopix

@@ -45,11 +45,12 @@ TEST(ManualMainLoop, LetsATimerEndItselfInsideItsCallback) {
 TEST(ManualMainLoop, RunsPostedWorkInOrderBeforeTimeMovesOn) {
     ManualMainLoop loop;
     std::string order;
-    loop.post([&] {
+    std::vector<Subscription> posted(3);
+    posted[0] = loop.post([&] {
         order += "first ";
-        loop.post([&] { order += "third "; });
+        posted[2] = loop.post([&] { order += "third "; });
     });
-    loop.post([&] { order += "second "; });
+    posted[1] = loop.post([&] { order += "second "; });
     loop.runPending();
     EXPECT_EQ(order, "first second third ");
     EXPECT_EQ(loop.now(), 0ms);

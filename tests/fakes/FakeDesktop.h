@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/Observers.h"
 #include "fakes/RecordingStatusBar.h"
 #include "shell/Desktop.h"
 
@@ -98,33 +99,10 @@ public:
     std::vector<ViewNode> contents;
 
 private:
-    template <typename... Values>
-    class Observers {
-    public:
-        using Handler = std::function<void(Values...)>;
-
-        Subscription add(Handler handler) {
-            auto shared = std::make_shared<Handler>(std::move(handler));
-            handlers_.push_back(shared);
-            return Subscription([shared]() mutable { shared.reset(); });
-        }
-        void tell(Values... values) {
-            const auto told = handlers_;
-            for (const auto& entry : told) {
-                if (const auto handler = entry.lock()) {
-                    (*handler)(values...);
-                }
-            }
-        }
-
-    private:
-        std::vector<std::weak_ptr<Handler>> handlers_;
-    };
-
     std::vector<std::string>& events_;
     Observers<> willClose_;
     Observers<bool> visibility_;
-    Observers<const ViewEvent&> operated_;
+    Observers<ViewEvent> operated_;
 };
 
 class FakeWindowSystem final : public WindowSystem {

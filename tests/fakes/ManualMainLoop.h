@@ -12,7 +12,7 @@
 namespace thermopix {
 
 /// A main loop whose time moves only by `advance`. Timers fire at their deadlines, in the order of their deadlines
-/// and then of their making; posted work runs before time moves on.
+/// and then of their making. Work that is posted is no timer in what is recorded.
 class ManualMainLoop final : public MainLoop {
 public:
     /// What was asked for, kept after the timer has ended.
@@ -24,8 +24,6 @@ public:
         Duration leeway;
         friend bool operator==(const Scheduled&, const Scheduled&) = default;
     };
-
-    void post(Work work) override { posted_.push_back(std::move(work)); }
 
     Subscription oneShot(Duration delay, Work work) override {
         return add({now_, delay, Duration::zero(), Duration::zero()}, std::move(work));
@@ -44,12 +42,6 @@ public:
     void advance(Duration duration) {
         const Duration end = now_ + duration;
         for (;;) {
-            if (!posted_.empty()) {
-                const auto work = std::move(posted_.front());
-                posted_.erase(posted_.begin());
-                work();
-                continue;
-            }
             const auto timer = nextTimer();
             if (timer == nullptr || timer->deadline > end) {
                 break;
@@ -68,10 +60,13 @@ public:
     }
 
     [[nodiscard]] std::size_t activeTimerCount() const {
-        return static_cast<std::size_t>(
-            std::count_if(timers_.begin(), timers_.end(), [](const auto& timer) { return timer->active; }));
+        return static_cast<std::size_t>(std::count_if(
+            timers_.begin(), timers_.end(), [](const auto& timer) { return timer->active && !timer->isPosted; }));
     }
-    [[nodiscard]] bool hasPostedWork() const { return !posted_.empty(); }
+    [[nodiscard]] bool hasPostedWork() const {
+        return std::any_of(timers_.begin(), timers_.end(),
+                           [](const auto& timer) { return timer->active && timer->isPosted; });
+    }
 
     /// Every timer ever made, in order.
     std::vector<Scheduled> scheduled;
@@ -83,15 +78,16 @@ private:
         Duration deadline;
         Duration period;
         Work work;
+        bool isPosted;
         bool active = true;
     };
 
     Subscription add(Scheduled request, Work work) {
-        scheduled.push_back(request);
-        auto timer = std::make_shared<Timer>();
-        timer->deadline = now_ + request.first;
-        timer->period = request.period;
-        timer->work = std::move(work);
+        const bool isPosted = request.first + request.period == Duration::zero();
+        if (!isPosted) {
+            scheduled.push_back(request);
+        }
+        auto timer = std::make_shared<Timer>(Timer{now_ + request.first, request.period, std::move(work), isPosted});
         timers_.push_back(timer);
         return Subscription([weak = std::weak_ptr(timer)] {
             if (const auto held = weak.lock()) {
@@ -108,7 +104,6 @@ private:
     }
 
     Duration now_ = Duration::zero();
-    std::vector<Work> posted_;
     std::vector<std::shared_ptr<Timer>> timers_;
 };
 

@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <functional>
 #include <map>
-#include <memory>
 #include <utility>
 #include <vector>
 
+#include "base/Observers.h"
 #include "system/SleepNotifications.h"
 
 namespace thermopix {
@@ -16,26 +16,15 @@ class ManualSleepNotifications final : public SleepNotifications {
 public:
     Subscription observe(SleepNotification notification, std::function<void()> handler) override {
         observed.push_back(notification);
-        auto shared = std::make_shared<std::function<void()>>(std::move(handler));
-        handlers_[notification].push_back(shared);
-        return Subscription([shared]() mutable { shared.reset(); });
+        return observers_[notification].add(std::move(handler));
     }
 
-    void send(SleepNotification notification) {
-        const auto told = handlers_[notification];
-        for (const auto& entry : told) {
-            if (const auto handler = entry.lock()) {
-                (*handler)();
-            }
-        }
-    }
+    void send(SleepNotification notification) { observers_[notification].tell(); }
 
     [[nodiscard]] std::size_t activeCount() const {
         std::size_t count = 0;
-        for (const auto& [notification, entries] : handlers_) {
-            for (const auto& entry : entries) {
-                count += entry.expired() ? 0U : 1U;
-            }
+        for (const auto& [notification, observers] : observers_) {
+            count += observers.count();
         }
         return count;
     }
@@ -43,7 +32,7 @@ public:
     std::vector<SleepNotification> observed;
 
 private:
-    std::map<SleepNotification, std::vector<std::weak_ptr<std::function<void()>>>> handlers_;
+    std::map<SleepNotification, Observers<>> observers_;
 };
 
 }  // namespace thermopix

@@ -150,7 +150,7 @@ TEST_F(StatusItemControllerTest, ARefreshThatChangesNothingDrawsNothing) {
     environment.store().set(&Preferences::showsUnitLetter, true);
     environment.store().set(&Preferences::showsUnitLetter, false);
     loop.runPending();
-    EXPECT_EQ(polls(), 3);
+    EXPECT_EQ(polls(), 2);
     EXPECT_EQ(bar.images.size(), 1U) << "Both changes were over when their turn came";
 }
 

@@ -109,24 +109,17 @@ TEST_F(PreferencesViewTest, KeepsItsPaneFromOneShowingToTheNext) {
     EXPECT_TRUE(shows("prefs.quit"));
 }
 
-TEST_F(PreferencesViewTest, BlinksInTheRhythmOfTheStatusItem) {
-    appear();
-    const auto open = view.node();
-    platform.manualMainLoop.advance(5500ms);
-    const auto closed = view.node();
-    EXPECT_NE(outline(closed), "");
-    EXPECT_NE(open, closed);
-    platform.manualMainLoop.advance(160ms);
-    EXPECT_EQ(view.node(), open);
-}
-
-TEST_F(PreferencesViewTest, DoesNotBlinkWithoutAPet) {
-    appear();
-    operate("prefs.pet.none");
-    const auto timers = platform.manualMainLoop.activeTimerCount();
-    EXPECT_EQ(timers, 1U);
-    operate("prefs.pet.ghost");
-    EXPECT_EQ(platform.manualMainLoop.activeTimerCount(), 2U);
+TEST_F(PreferencesViewTest, BlinksWithAPetAndWithout) {
+    for (const PixelPet pet : {PixelPet::cat, PixelPet::none}) {
+        environment.store().set(&Preferences::pet, pet);
+        appear();
+        const auto open = view.node();
+        platform.manualMainLoop.advance(5500ms);
+        EXPECT_NE(view.node(), open) << title(pet);
+        platform.manualMainLoop.advance(160ms);
+        EXPECT_EQ(view.node(), open) << title(pet);
+        view.disappear();
+    }
 }
 
 TEST_F(PreferencesViewTest, LetsTheSystemDecideAboutOpeningAtLogin) {

@@ -1,6 +1,6 @@
 #include "platform/linux/application/DBusSleepNotifications.h"
 
-#include <cstddef>
+#include <array>
 #include <utility>
 
 #include "platform/linux/bus/BusNotice.h"
@@ -17,11 +17,7 @@ constexpr std::array screenSavers{"org.freedesktop.ScreenSaver", "org.gnome.Scre
 
 Subscription DBusSleepNotifications::observe(SleepNotification notification, std::function<void()> handler) {
     listen();
-    auto shared = std::make_shared<Handler>(std::move(handler));
-    auto& entries = handlers_[static_cast<std::size_t>(notification)];
-    std::erase_if(entries, [](const auto& entry) { return entry.expired(); });
-    entries.push_back(shared);
-    return Subscription([shared]() mutable { shared.reset(); });
+    return observers_[notification].add(std::move(handler));
 }
 
 void DBusSleepNotifications::listen() {
@@ -34,7 +30,7 @@ void DBusSleepNotifications::listen() {
             if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(b)")) != FALSE) {
                 gboolean value = FALSE;
                 g_variant_get(parameters, "(b)", &value);
-                notify(value != FALSE ? whenTrue : whenFalse);
+                observers_[value != FALSE ? whenTrue : whenFalse].tell();
             }
         };
     };
@@ -50,15 +46,6 @@ void DBusSleepNotifications::listen() {
             signals_.push_back(
                 observeSignal(sessionBus_, {name, nullptr, name, "ActiveChanged"},
                               announces(SleepNotification::screensDidSleep, SleepNotification::screensDidWake)));
-        }
-    }
-}
-
-void DBusSleepNotifications::notify(SleepNotification notification) {
-    const auto told = handlers_[static_cast<std::size_t>(notification)];
-    for (const auto& entry : told) {
-        if (const auto handler = entry.lock()) {
-            (*handler)();
         }
     }
 }

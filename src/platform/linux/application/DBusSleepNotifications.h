@@ -2,11 +2,11 @@
 
 #include <gio/gio.h>
 
-#include <array>
 #include <functional>
-#include <memory>
+#include <map>
 #include <vector>
 
+#include "base/Observers.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "system/SleepNotifications.h"
 
@@ -22,16 +22,13 @@ public:
     Subscription observe(SleepNotification notification, std::function<void()> handler) override;
 
 private:
-    using Handler = std::function<void()>;
-
     void listen();
-    void notify(SleepNotification notification);
 
     GDBusConnection* sessionBus_;
     BusConnection systemBus_;
     bool isListening_ = false;
     std::vector<Subscription> signals_;
-    std::array<std::vector<std::weak_ptr<Handler>>, 4> handlers_;
+    std::map<SleepNotification, Observers<>> observers_;
 };
 
 }  // namespace thermopix

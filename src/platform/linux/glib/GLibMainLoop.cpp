@@ -2,7 +2,6 @@
 
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 #include "platform/linux/glib/TimerQueue.h"
 
@@ -24,11 +23,6 @@ struct GLibMainLoop::Schedule : std::enable_shared_from_this<Schedule> {
         g_source_attach(source.get(), nullptr);
     }
 
-    void post(Work work) {
-        posted.push_back(std::move(work));
-        arm();
-    }
-
     Subscription start(TimerQueue::Id id, Work work) {
         works.emplace(id, std::make_shared<const Work>(std::move(work)));
         arm();
@@ -45,11 +39,8 @@ struct GLibMainLoop::Schedule : std::enable_shared_from_this<Schedule> {
         arm();
     }
 
-    /// One turn: the work that had been posted before it, then the timers that are due.
+    /// One turn: the timers that are due when it begins.
     void serve() {
-        for (const auto& work : std::exchange(posted, {})) {
-            work();
-        }
         const auto now = monotonicNow();
         while (const auto id = timers.takeDue(now)) {
             const auto work = works.at(*id);
@@ -62,13 +53,9 @@ struct GLibMainLoop::Schedule : std::enable_shared_from_this<Schedule> {
     }
 
     void arm() {
-        gint64 readyTime = -1;
-        if (!posted.empty()) {
-            readyTime = 0;
-        } else if (const auto wakeUp = timers.nextWakeUp()) {
-            readyTime = std::chrono::ceil<std::chrono::microseconds>(*wakeUp).count();
-        }
-        g_source_set_ready_time(source.get(), readyTime);
+        const auto wakeUp = timers.nextWakeUp();
+        g_source_set_ready_time(source.get(),
+                                wakeUp ? std::chrono::ceil<std::chrono::microseconds>(*wakeUp).count() : -1);
     }
 
     struct Source {
@@ -86,17 +73,12 @@ struct GLibMainLoop::Schedule : std::enable_shared_from_this<Schedule> {
 
     TimerQueue timers;
     std::unordered_map<TimerQueue::Id, std::shared_ptr<const Work>> works;
-    std::vector<Work> posted;
     GSourceHandle source;
 };
 
 GLibMainLoop::GLibMainLoop() : schedule_(std::make_shared<Schedule>()), loop_(g_main_loop_new(nullptr, FALSE)) {}
 
 GLibMainLoop::~GLibMainLoop() = default;
-
-void GLibMainLoop::post(Work work) {
-    schedule_->post(std::move(work));
-}
 
 Subscription GLibMainLoop::oneShot(Duration delay, Work work) {
     return schedule_->start(schedule_->timers.addOnce(now() + delay), std::move(work));

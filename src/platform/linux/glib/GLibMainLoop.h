@@ -7,17 +7,16 @@
 
 namespace thermopix {
 
-/// The default main context as `MainLoop`; everything that attaches to that context is served too. All timers and
-/// posted work share one source, so that timers due together cost one wake-up. A callback must not throw.
+/// The default main context as `MainLoop`; everything that attaches to that context is served too. All timers
+/// share one source, so that those due together cost one wake-up. A callback must not throw.
 class GLibMainLoop final : public MainLoop {
 public:
     GLibMainLoop();
-    /// Timers and posted work that are still waiting never run.
+    /// Timers that are still waiting never run.
     ~GLibMainLoop() override;
     GLibMainLoop(const GLibMainLoop&) = delete;
     GLibMainLoop& operator=(const GLibMainLoop&) = delete;
 
-    void post(Work work) override;
     Subscription oneShot(Duration delay, Work work) override;
     Subscription repeating(Duration first, Duration period, Duration leeway, Work work) override;
 

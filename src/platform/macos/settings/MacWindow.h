@@ -2,9 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include <memory>
-
-#include "platform/macos/settings/HandlerList.h"
+#include "base/Observers.h"
 #include "platform/macos/settings/MacViewTree.h"
 #include "shell/Window.h"
 #include "system/MainLoop.h"
@@ -34,7 +32,6 @@ public:
 private:
     void willClose();
     void reportVisibility();
-    void later(std::function<void()> work);
     void operated(const ViewEvent& event);
 
     MainLoop& mainLoop_;
@@ -42,11 +39,11 @@ private:
     ThermopixWindowDelegate* delegate_;
     MacViewTree tree_;
     bool reportedVisible_ = false;
-    HandlerList<> willClose_;
-    HandlerList<bool> visibility_;
-    HandlerList<ViewEvent> events_;
-    /// Lets posted work notice that the window is gone.
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    Observers<> willClose_;
+    Observers<bool> visibility_;
+    Observers<ViewEvent> events_;
+    Subscription closing_;
+    Subscription correction_;
 };
 
 }  // namespace thermopix

@@ -123,7 +123,7 @@ Subscription MacWindow::onEvent(std::function<void(const ViewEvent&)> handler) {
 void MacWindow::willClose() {
     willClose_.tell();
     // It counts as visible until it is gone.
-    later([this] { reportVisibility(); });
+    closing_ = mainLoop_.post([this] { reportVisibility(); });
 }
 
 void MacWindow::reportVisibility() {
@@ -133,18 +133,10 @@ void MacWindow::reportVisibility() {
     }
 }
 
-void MacWindow::later(std::function<void()> work) {
-    mainLoop_.post([work = std::move(work), alive = std::weak_ptr(alive_)] {
-        if (!alive.expired()) {
-            work();
-        }
-    });
-}
-
 void MacWindow::operated(const ViewEvent& event) {
     events_.tell(event);
     // Where the program did not follow the user, the control goes back to what the program says.
-    later([this] { tree_.showAgain(); });
+    correction_ = mainLoop_.post([this] { tree_.showAgain(); });
 }
 
 }  // namespace thermopix

@@ -7,7 +7,6 @@ namespace thermopix {
 /// The main dispatch queue, which the application's event loop serves, also while a menu is open. Main thread.
 class MacMainLoop final : public MainLoop {
 public:
-    void post(Work work) override;
     Subscription oneShot(Duration delay, Work work) override;
     Subscription repeating(Duration first, Duration period, Duration leeway, Work work) override;
     [[nodiscard]] Duration now() const override;

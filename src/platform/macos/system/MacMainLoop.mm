@@ -34,13 +34,6 @@ Subscription startTimer(MainLoop::Duration first, std::uint64_t interval, std::u
 
 }  // namespace
 
-void MacMainLoop::post(Work work) {
-    const auto held = std::make_shared<const Work>(std::move(work));
-    dispatch_async(dispatch_get_main_queue(), ^{
-      run(*held);
-    });
-}
-
 Subscription MacMainLoop::oneShot(Duration delay, Work work) {
     return startTimer(delay, DISPATCH_TIME_FOREVER, 0, std::move(work));
 }

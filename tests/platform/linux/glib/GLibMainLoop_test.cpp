@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace thermopix {
@@ -13,15 +14,18 @@ using namespace std::chrono_literals;
 
 class GLibMainLoopTest : public testing::Test {
 protected:
+    void post(MainLoop::Work work) { posted.push_back(loop.post(std::move(work))); }
+
     GLibMainLoop loop;
     std::vector<std::string> told;
+    std::vector<Subscription> posted;
 };
 
 TEST_F(GLibMainLoopTest, PostedWorkRunsLaterAndInOrder) {
-    loop.post([this] { told.emplace_back("first"); });
-    loop.post([this] {
+    post([this] { told.emplace_back("first"); });
+    post([this] {
         told.emplace_back("second");
-        loop.post([this] {
+        post([this] {
             told.emplace_back("fourth");
             loop.quit();
         });
@@ -33,9 +37,9 @@ TEST_F(GLibMainLoopTest, PostedWorkRunsLaterAndInOrder) {
 }
 
 TEST_F(GLibMainLoopTest, WorkPostedByWorkWaitsForAnotherTurn) {
-    loop.post([this] {
-        loop.post([this] { told.emplace_back("posted"); });
-        loop.post([this] { loop.quit(); });
+    post([this] {
+        post([this] { told.emplace_back("posted"); });
+        post([this] { loop.quit(); });
     });
     auto timer = loop.oneShot(0ns, [this] { told.emplace_back("due in the first turn"); });
     loop.run();
@@ -86,7 +90,7 @@ TEST_F(GLibMainLoopTest, ATimerDroppedByAnotherOneThatIsDueWithItDoesNotRun) {
     Subscription second;
     auto first = loop.oneShot(0ns, [&] {
         second.cancel();
-        loop.post([this] { loop.quit(); });
+        post([this] { loop.quit(); });
     });
     second = loop.oneShot(0ns, [this] { told.emplace_back("second"); });
     loop.run();
@@ -112,7 +116,7 @@ TEST_F(GLibMainLoopTest, AnEndedOneShotTimerReleasesItsWork) {
 TEST_F(GLibMainLoopTest, QuittingBeforeRunningEndsTheNextRunOnly) {
     loop.quit();
     loop.run();
-    loop.post([this] {
+    post([this] {
         told.emplace_back("ran");
         loop.quit();
     });
