@@ -70,7 +70,7 @@ void changedReadoutToPixels(benchmark::State& state, PixelStyle style, PixelPet 
     const auto before = heapAllocations();
     for (auto _ : state) {
         display.value = *display.value == 47 ? 48 : 47;
-        const auto image = StatusImageRenderer::image(display, style, PixelSize::compact, pet, false, false);
+        const auto image = StatusImageRenderer::image(display, {.style = style, .pet = pet});
         benchmark::DoNotOptimize(rasterize(image, pixelsPerPoint));
     }
     state.counters["allocations"] =

@@ -66,7 +66,7 @@ void checkHeight(PixelStyle style, PixelSize size, Checklist& checklist) {
 
 /// The readout as the menu bar shows it without a pet, so that a hot display carries its flame.
 PixelBitmap readout(const Display& display, PixelStyle style) {
-    return PixelRasterizer::bitmap(display, style, PixelPet::none, true, false);
+    return PixelRasterizer::bitmap(display, {.style = style, .showsUnitLetter = true});
 }
 
 void checkRasterizes(const Display& display, PixelStyle style, Checklist& checklist) {

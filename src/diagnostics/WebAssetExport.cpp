@@ -56,12 +56,12 @@ Display displayOf(const MoodSample& sample) {
 Picture stylePicture(PixelStyle style) {
     const auto display = displayOf({PetMood::content, 52, false});
     return {fmt::format("style-{}.png", rawValue(style)),
-            StatusImageRenderer::image(display, style, PixelSize::compact, PixelPet::cat, true, false)};
+            StatusImageRenderer::image(display, {.style = style, .pet = PixelPet::cat, .showsUnitLetter = true})};
 }
 
 Picture petPicture(PixelPet pet, const MoodSample& sample) {
     return {fmt::format("pet-{}-{}.png", rawValue(pet), rawValue(sample.mood)),
-            StatusImageRenderer::image(displayOf(sample), PixelStyle::arcade, PixelSize::compact, pet, false, false)};
+            StatusImageRenderer::image(displayOf(sample), {.pet = pet})};
 }
 
 std::vector<Picture> pictures() {

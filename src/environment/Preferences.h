@@ -4,9 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "pixels/PixelPet.h"
-#include "pixels/PixelSize.h"
-#include "pixels/PixelStyle.h"
+#include "pixels/Appearance.h"
 #include "sensing/RefreshInterval.h"
 #include "sensing/SensorSource.h"
 #include "sensing/TemperatureUnit.h"
@@ -26,6 +24,10 @@ struct Preferences {
     bool showPreferencesOnLaunch = false;
     bool showInDock = false;
     bool checkForUpdatesAutomatically = true;
+
+    [[nodiscard]] Appearance appearance(bool blinking = false) const {
+        return {style, size, pet, showsUnitLetter, blinking};
+    }
 
     friend bool operator==(const Preferences&, const Preferences&) = default;
 };

@@ -80,9 +80,7 @@ void StatusItemController::redraw() {
     if (!lastDrawn_) {
         return;
     }
-    const auto& preferences = environment_.preferences();
-    const Appearance appearance{preferences.style, preferences.size, preferences.pet, preferences.showsUnitLetter,
-                                blinking_.areEyesClosed()};
+    const Appearance appearance = environment_.preferences().appearance(blinking_.areEyesClosed());
     if (lastRendered_ == lastDrawn_ && lastAppearance_ == appearance) {
         return;
     }
@@ -90,10 +88,8 @@ void StatusItemController::redraw() {
     lastAppearance_ = appearance;
     const Display& display = *lastRendered_;
     if (statusItem_->hasButton()) {
-        statusItem_->setImage({StatusImageRenderer::image(display, appearance.style, appearance.size, appearance.pet,
-                                                          appearance.showsUnitLetter, appearance.blinking),
-                               PixelRasterizer::digitsBitmap(display)});
-        statusItem_->setAccessibilityLabel(StatusImageRenderer::accessibilityDescription(display, appearance.pet));
+        statusItem_->setImage(
+            {StatusImageRenderer::image(display, appearance), PixelRasterizer::digitsBitmap(display)});
     }
     menuController_.update(display);
 }

@@ -7,6 +7,7 @@
 
 #include "environment/AppEnvironment.h"
 #include "menubar/StatusMenuController.h"
+#include "pixels/Appearance.h"
 #include "pixels/Blinking.h"
 #include "sensing/Display.h"
 #include "shell/StatusItem.h"
@@ -17,17 +18,6 @@ namespace thermopix {
 /// new display to the menu. Main thread.
 class StatusItemController {
 public:
-    /// Everything besides the display that changes the picture.
-    struct Appearance {
-        PixelStyle style = PixelStyle::arcade;
-        PixelSize size = PixelSize::compact;
-        PixelPet pet = PixelPet::none;
-        bool showsUnitLetter = false;
-        bool blinking = false;
-
-        friend bool operator==(const Appearance&, const Appearance&) = default;
-    };
-
     /// Creates the item and starts ticking. `environment` and `statusBar` outlive the controller.
     StatusItemController(AppEnvironment& environment, StatusBar& statusBar, StatusMenuController::Actions actions);
     ~StatusItemController();

@@ -243,7 +243,7 @@ struct Fields<UpdatePopupMenu> {
 
 template <>
 struct Fields<SetStripReadout> {
-    static constexpr std::tuple rows{Field{"image", &SetStripReadout::image}, Field{"label", &SetStripReadout::label}};
+    static constexpr std::tuple rows{Field{"image", &SetStripReadout::image}};
 };
 
 template <>

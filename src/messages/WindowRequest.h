@@ -102,10 +102,9 @@ struct UpdatePopupMenu {
     friend bool operator==(const UpdatePopupMenu&, const UpdatePopupMenu&) = default;
 };
 
-/// What the strip shows and says.
+/// What the strip shows, and says by the description.
 struct SetStripReadout {
     StatusImage image;
-    std::string label;
 
     friend bool operator==(const SetStripReadout&, const SetStripReadout&) = default;
 };

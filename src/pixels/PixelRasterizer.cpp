@@ -60,9 +60,10 @@ PixelBitmap bitmap(std::string_view text, const PixelFont& font, std::int64_t tr
     return line;
 }
 
-PixelBitmap bitmap(const Display& display, PixelStyle style, PixelPet pet, bool showsUnitLetter, bool blinking) {
-    const auto face = sprite(pet, display.mood, blinking);
-    PixelBitmap line = bitmap(text(display, showsUnitLetter, !face.has_value()), font(style), tracking(style));
+PixelBitmap bitmap(const Display& display, const Appearance& appearance) {
+    const auto face = sprite(appearance.pet, display.mood, appearance.blinking);
+    PixelBitmap line = bitmap(text(display, appearance.showsUnitLetter, !face.has_value()), font(appearance.style),
+                              tracking(appearance.style));
     if (!face) {
         return line;
     }

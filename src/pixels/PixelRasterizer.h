@@ -4,10 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "pixels/Appearance.h"
 #include "pixels/PixelBitmap.h"
 #include "pixels/PixelFont.h"
-#include "pixels/PixelPet.h"
-#include "pixels/PixelStyle.h"
 #include "sensing/Display.h"
 
 /// Composes the readout in whole cells. Pure functions, any thread.
@@ -23,8 +22,7 @@ inline constexpr std::int64_t petGap = 2;
 [[nodiscard]] PixelBitmap bitmap(std::string_view text, const PixelFont& font, std::int64_t tracking);
 
 /// The whole readout: the pet, if any, on the left, the text beside it; without a pet a hot display has a flame.
-[[nodiscard]] PixelBitmap bitmap(const Display& display, PixelStyle style, PixelPet pet, bool showsUnitLetter,
-                                 bool blinking);
+[[nodiscard]] PixelBitmap bitmap(const Display& display, const Appearance& appearance);
 
 /// The digits alone in the micro font, without padding, for places that leave room for a square only.
 [[nodiscard]] PixelBitmap digitsBitmap(const Display& display);

@@ -18,10 +18,9 @@ StatusImage image(const PixelBitmap& bitmap, PixelStyle style, PixelSize size) {
             .description = {}};
 }
 
-StatusImage image(const Display& display, PixelStyle style, PixelSize size, PixelPet pet, bool showsUnitLetter,
-                  bool blinking) {
-    StatusImage readout = image(PixelRasterizer::bitmap(display, style, pet, showsUnitLetter, blinking), style, size);
-    readout.description = accessibilityDescription(display, pet);
+StatusImage image(const Display& display, const Appearance& appearance) {
+    StatusImage readout = image(PixelRasterizer::bitmap(display, appearance), appearance.style, appearance.size);
+    readout.description = accessibilityDescription(display, appearance.pet);
     return readout;
 }
 

@@ -2,9 +2,8 @@
 
 #include <string>
 
+#include "pixels/Appearance.h"
 #include "pixels/PixelBitmap.h"
-#include "pixels/PixelPet.h"
-#include "pixels/PixelStyle.h"
 #include "pixels/StatusImage.h"
 #include "sensing/Display.h"
 
@@ -15,8 +14,7 @@ namespace thermopix::StatusImageRenderer {
 [[nodiscard]] StatusImage image(const PixelBitmap& bitmap, PixelStyle style, PixelSize size);
 
 /// The whole readout with its spoken description.
-[[nodiscard]] StatusImage image(const Display& display, PixelStyle style, PixelSize size, PixelPet pet,
-                                bool showsUnitLetter, bool blinking);
+[[nodiscard]] StatusImage image(const Display& display, const Appearance& appearance);
 
 /// The pet's portrait in square cells; the blank image for `none`.
 [[nodiscard]] StatusImage petImage(PixelPet pet, PetMood mood, PixelSize size);

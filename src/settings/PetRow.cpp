@@ -39,17 +39,18 @@ ViewNode PetRow::node() const {
         std::vector<ViewNode> sprites;
         for (const PetMood mood : allCases<PetMood>()) {
             const bool isCurrent = mood == display.mood;
-            sprites.push_back(Views::pixelImage(spriteImage(pet, mood, size, blinking && isCurrent),
-                                                RoleColor{isCurrent ? ColorRole::accent : ColorRole::tertiary}));
+            sprites.push_back(
+                Views::pixelImage(spriteImage(pet, mood, appearance.size, appearance.blinking && isCurrent),
+                                  RoleColor{isCurrent ? ColorRole::accent : ColorRole::tertiary}));
         }
         picture = Views::horizontal(spriteSpacing, std::move(sprites));
     }
     return ChoiceRow{.identifier = std::string(Identifiers::pet) + std::string(rawValue(pet)),
                      .picture = std::move(picture),
-                     .pictureWidth = spritesWidth(size),
+                     .pictureWidth = spritesWidth(appearance.size),
                      .title = title(pet),
                      .subtitle = subtitle(pet),
-                     .isSelected = isSelected}
+                     .isSelected = pet == appearance.pet}
         .node();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "pixels/PixelPet.h"
-#include "pixels/PixelStyle.h"
+#include "pixels/Appearance.h"
 #include "sensing/Display.h"
 #include "shell/ViewNode.h"
 
@@ -11,11 +10,8 @@ namespace thermopix {
 struct PetRow {
     PixelPet pet = PixelPet::none;
     Display display;
-    PixelStyle style = PixelStyle::arcade;
-    PixelSize size = PixelSize::compact;
-    bool isSelected = false;
-    /// The present mood has its eyes closed just now.
-    bool blinking = false;
+    /// Of the readout as it is.
+    Appearance appearance;
 
     [[nodiscard]] ViewNode node() const;
 };

@@ -21,9 +21,7 @@ namespace thermopix::Panes {
 namespace {
 
 ViewNode previewSection(const Preferences& preferences, const Display& display) {
-    const StatusBarPreview preview{display, preferences.style, preferences.size, preferences.pet,
-                                   preferences.showsUnitLetter};
-    return section("Preview", {preview.node(),
+    return section("Preview", {StatusBarPreview{display, preferences.appearance()}.node(),
                                captionText("Light and dark menu bars, at actual size. The status image is a template, "
                                            "so macOS tints it for both — and inverts it again while the menu is "
                                            "open.")});
@@ -40,8 +38,7 @@ std::string moodCaption() {
 ViewNode petSection(const Preferences& preferences, const Display& display, bool blinking) {
     std::vector<ViewNode> rows;
     for (const PixelPet pet : allCases<PixelPet>()) {
-        rows.push_back(
-            PetRow{pet, display, preferences.style, preferences.size, pet == preferences.pet, blinking}.node());
+        rows.push_back(PetRow{pet, display, preferences.appearance(blinking)}.node());
     }
     return section("Pet", {choiceList(std::move(rows)), captionText(moodCaption())});
 }
@@ -49,9 +46,7 @@ ViewNode petSection(const Preferences& preferences, const Display& display, bool
 ViewNode styleSection(const Preferences& preferences, const Display& display) {
     std::vector<ViewNode> rows;
     for (const PixelStyle style : allCases<PixelStyle>()) {
-        rows.push_back(StyleRow{style, display, preferences.size, preferences.pet, preferences.showsUnitLetter,
-                                style == preferences.style}
-                           .node());
+        rows.push_back(StyleRow{style, display, preferences.appearance()}.node());
     }
     return section("Style", {choiceList(std::move(rows)),
                              captionText("Every style is drawn on a 48-pixel grid at whole-point cells, so it lands "

@@ -39,12 +39,13 @@ ViewNode barNode(const Bar& bar, const StatusImage& image) {
 }  // namespace
 
 ViewNode StatusBarPreview::node() const {
-    const auto image = StatusImageRenderer::image(display, style, size, pet, showsUnitLetter, false);
+    const auto image = StatusImageRenderer::image(display, appearance);
     ViewNode preview = Views::horizontal(barSpacing, {barNode(lightBar, image), barNode(darkBar, image)});
     preview.identifier = Identifiers::preview;
     preview.fillsWidth = true;
-    const bool includesFlame = !sprite(pet, display.mood, false).has_value();
-    preview.accessibility.label = "Preview: " + PixelRasterizer::text(display, showsUnitLetter, includesFlame);
+    const bool includesFlame = !sprite(appearance.pet, display.mood, false).has_value();
+    preview.accessibility.label =
+        "Preview: " + PixelRasterizer::text(display, appearance.showsUnitLetter, includesFlame);
     preview.accessibility.hidesChildren = true;
     return preview;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "pixels/PixelPet.h"
-#include "pixels/PixelStyle.h"
+#include "pixels/Appearance.h"
 #include "sensing/Display.h"
 #include "shell/ViewNode.h"
 
@@ -10,10 +9,7 @@ namespace thermopix {
 /// A light and a dark menu bar side by side, with the readout at actual size on each.
 struct StatusBarPreview {
     Display display;
-    PixelStyle style = PixelStyle::arcade;
-    PixelSize size = PixelSize::compact;
-    PixelPet pet = PixelPet::none;
-    bool showsUnitLetter = false;
+    Appearance appearance;
 
     [[nodiscard]] ViewNode node() const;
 };

@@ -12,7 +12,9 @@ namespace thermopix {
 
 ViewNode StyleRow::node() const {
     const auto preview = [this](PixelStyle shown) {
-        return StatusImageRenderer::image(display, shown, size, pet, showsUnitLetter, false);
+        Appearance look = appearance;
+        look.style = shown;
+        return StatusImageRenderer::image(display, look);
     };
     double widest = 0;
     for (const PixelStyle each : allCases<PixelStyle>()) {
@@ -23,7 +25,7 @@ ViewNode StyleRow::node() const {
                      .pictureWidth = widest,
                      .title = title(style),
                      .subtitle = subtitle(style),
-                     .isSelected = isSelected}
+                     .isSelected = style == appearance.style}
         .node();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "pixels/PixelPet.h"
-#include "pixels/PixelStyle.h"
+#include "pixels/Appearance.h"
 #include "sensing/Display.h"
 #include "shell/ViewNode.h"
 
@@ -11,10 +10,8 @@ namespace thermopix {
 struct StyleRow {
     PixelStyle style = PixelStyle::arcade;
     Display display;
-    PixelSize size = PixelSize::compact;
-    PixelPet pet = PixelPet::none;
-    bool showsUnitLetter = false;
-    bool isSelected = false;
+    /// Of the readout as it is.
+    Appearance appearance;
 
     [[nodiscard]] ViewNode node() const;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string_view>
 
 #include "pixels/StatusImage.h"
 #include "shell/Menu.h"
@@ -26,10 +25,8 @@ public:
     /// False when the bar could not provide a place for a picture; then only the menu works.
     [[nodiscard]] virtual bool hasButton() const = 0;
 
-    /// Replaces the picture; the item shows nothing else.
+    /// Replaces the picture and what is said of it; the item shows nothing else.
     virtual void setImage(const StatusItemImage& image) = 0;
-
-    virtual void setAccessibilityLabel(std::string_view label) = 0;
 
     /// A click opens this menu. The source outlives the item.
     virtual void setMenu(MenuSource& menu) = 0;

@@ -1,8 +1,6 @@
 #include "tray/PlacedStatusBar.h"
 
 #include <optional>
-#include <string>
-#include <string_view>
 #include <utility>
 
 namespace thermopix {
@@ -30,11 +28,6 @@ public:
         forEach([&](StatusItem& item) { item.setImage(image); });
     }
 
-    void setAccessibilityLabel(std::string_view label) override {
-        label_ = label;
-        forEach([&](StatusItem& item) { item.setAccessibilityLabel(label); });
-    }
-
     void setMenu(MenuSource& menu) override {
         menu_ = &menu;
         forEach([&](StatusItem& item) { item.setMenu(menu); });
@@ -51,9 +44,6 @@ private:
             item = bar.makeStatusItem();
             if (menu_ != nullptr) {
                 item->setMenu(*menu_);
-            }
-            if (!label_.empty()) {
-                item->setAccessibilityLabel(label_);
             }
             if (image_) {
                 item->setImage(*image_);
@@ -72,7 +62,6 @@ private:
 
     PlacedStatusBar& bar_;
     std::optional<StatusItemImage> image_;
-    std::string label_;
     MenuSource* menu_ = nullptr;
     std::unique_ptr<StatusItem> tray_;
     std::unique_ptr<StatusItem> strip_;

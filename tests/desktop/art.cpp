@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
     display.unit = *unit;
     display.mood = mood(celsius(*value, *unit), ThermalPressure::nominal, std::nullopt);
     const PixelBitmap art = shape == "digits" ? PixelRasterizer::digitsBitmap(display)
-                                              : PixelRasterizer::bitmap(display, *style, *pet, false, false);
+                                              : PixelRasterizer::bitmap(display, {.style = *style, .pet = *pet});
     std::fputs(art.signature().c_str(), stdout);
     return EXIT_SUCCESS;
 }

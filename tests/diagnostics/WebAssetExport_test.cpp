@@ -117,8 +117,8 @@ TEST_F(WebAssetExportTest, StylePicturesShowTheCatAt52DegreesWithTheLetter) {
                                                          {"style-segment.png", PixelStyle::segment},
                                                          {"style-dotMatrix.png", PixelStyle::dotMatrix}};
     for (const auto& [name, style] : styles) {
-        const auto image = StatusImageRenderer::image(displayOf(52, PetMood::content, false), style, PixelSize::compact,
-                                                      PixelPet::cat, true, false);
+        const auto image = StatusImageRenderer::image(displayOf(52, PetMood::content, false),
+                                                      {.style = style, .pet = PixelPet::cat, .showsUnitLetter = true});
         EXPECT_EQ(decodedPng(contents(temporary.path() / name)), darkStrip(image)) << name;
     }
 }
@@ -130,8 +130,8 @@ TEST_F(WebAssetExportTest, PetPicturesShowTheMoodsSampleTemperatureWithoutTheLet
     for (const auto pet : {PixelPet::cat, PixelPet::westie, PixelPet::mac, PixelPet::ghost}) {
         for (const auto& [mood, celsius] : samples) {
             const auto name = "pet-" + std::string(rawValue(pet)) + "-" + std::string(rawValue(mood)) + ".png";
-            const auto image = StatusImageRenderer::image(displayOf(celsius, mood, mood == PetMood::scorching),
-                                                          PixelStyle::arcade, PixelSize::compact, pet, false, false);
+            const auto image =
+                StatusImageRenderer::image(displayOf(celsius, mood, mood == PetMood::scorching), {.pet = pet});
             EXPECT_EQ(decodedPng(contents(temporary.path() / name)), darkStrip(image)) << name;
         }
     }

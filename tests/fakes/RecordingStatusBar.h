@@ -2,8 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/Subscription.h"
@@ -11,7 +9,7 @@
 
 namespace thermopix {
 
-/// Keeps every picture, label and menu that its items were given. Outlives its items.
+/// Keeps every picture and menu that its items were given. Outlives its items.
 class RecordingStatusBar final : public StatusBar {
 public:
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
@@ -25,7 +23,6 @@ public:
     std::int64_t itemsMade = 0;
     std::int64_t liveItems = 0;
     std::vector<StatusItemImage> images;
-    std::vector<std::string> labels;
     /// The source of the menu that was attached last.
     MenuSource* menuSource = nullptr;
     /// Every state of that menu, the first one at attachment.
@@ -39,7 +36,6 @@ private:
 
         [[nodiscard]] bool hasButton() const override { return bar_.hasButton; }
         void setImage(const StatusItemImage& image) override { bar_.images.push_back(image); }
-        void setAccessibilityLabel(std::string_view label) override { bar_.labels.emplace_back(label); }
         void setMenu(MenuSource& menu) override {
             bar_.menuSource = &menu;
             menuObserver_ = menu.observe([this](const Menu& state) { bar_.menus.push_back(state); });

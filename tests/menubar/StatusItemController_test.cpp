@@ -57,9 +57,7 @@ protected:
 
     /// The picture of a display under the current settings.
     [[nodiscard]] StatusItemImage picture(const Display& expected, bool blinking = false) const {
-        const auto& preferences = environment.preferences();
-        return {StatusImageRenderer::image(expected, preferences.style, preferences.size, preferences.pet,
-                                           preferences.showsUnitLetter, blinking),
+        return {StatusImageRenderer::image(expected, environment.preferences().appearance(blinking)),
                 PixelRasterizer::digitsBitmap(expected)};
     }
 };
@@ -71,7 +69,6 @@ TEST_F(StatusItemControllerTest, OneItemIsMadeWithTheMenuAndNothingIsDrawnBefore
     ASSERT_EQ(bar.menus.size(), 1U);
     EXPECT_EQ(bar.menus[0].items.size(), 25U);
     EXPECT_TRUE(bar.images.empty());
-    EXPECT_TRUE(bar.labels.empty());
     EXPECT_EQ(polls(), 0);
 }
 
@@ -80,7 +77,6 @@ TEST_F(StatusItemControllerTest, TheFirstTickDrawsPictureLabelAndMenu) {
     EXPECT_EQ(bar.images, std::vector{picture(display(57))});
     EXPECT_EQ(bar.images[0].readout.description, "57 degrees Celsius");
     EXPECT_TRUE(bar.images[0].readout.isTemplate);
-    EXPECT_EQ(bar.labels, std::vector<std::string>{"57 degrees Celsius"});
     EXPECT_EQ(bar.menus.back().items[0].title, "57°C");
 }
 
@@ -98,7 +94,6 @@ TEST_F(StatusItemControllerTest, ATickThatChangesNothingDrawsNothing) {
     loop.advance(2s);
     EXPECT_EQ(polls(), 2);
     EXPECT_EQ(bar.images.size(), 1U);
-    EXPECT_EQ(bar.labels.size(), 1U);
     EXPECT_EQ(bar.menus.size(), menus);
 }
 
@@ -107,9 +102,7 @@ TEST_F(StatusItemControllerTest, ATickThatChangesTheDisplayDrawsOnce) {
     setCelsius(90);
     loop.advance(2s);
     ASSERT_EQ(bar.images.size(), 2U);
-    EXPECT_EQ(bar.labels.size(), 2U);
     EXPECT_NE(bar.images[1], bar.images[0]);
-    EXPECT_EQ(bar.labels[1], *bar.images[1].readout.description);
     EXPECT_NE(bar.menus.back().items[0].title, "57°C");
 }
 
@@ -133,7 +126,7 @@ TEST_F(StatusItemControllerTest, EachSettingOfTheReadingIsDrawnAtOnceWithAFreshR
     EXPECT_EQ(bar.images.back().readout.cell, 3.0);
     store.set(&Preferences::unit, TemperatureUnit::fahrenheit);
     expectRefresh(5, 5);
-    EXPECT_EQ(bar.labels.back(), "135 degrees Fahrenheit");
+    EXPECT_EQ(bar.images.back().readout.description, "135 degrees Fahrenheit");
     EXPECT_EQ(loop.now(), 0s);
 }
 
@@ -142,7 +135,7 @@ TEST_F(StatusItemControllerTest, AChangeOfSourceTakesAFreshReadingAtOnce) {
     sensor().samples.push_back({"gas gauge battery", 31.0});
     environment.store().set(&Preferences::source, SensorSource::battery);
     loop.runPending();
-    EXPECT_EQ(bar.labels.back(), "31 degrees Celsius");
+    EXPECT_EQ(bar.images.back().readout.description, "31 degrees Celsius");
 }
 
 TEST_F(StatusItemControllerTest, ARefreshThatChangesNothingDrawsNothing) {
@@ -210,7 +203,6 @@ TEST_F(StatusItemControllerTest, APetClosesItsEyesForAMomentThoughTheTemperature
     EXPECT_EQ(bar.images.size(), 2U);
     loop.advance(1ms);
     EXPECT_EQ(bar.images, (std::vector{open, closed, open}));
-    EXPECT_EQ(bar.labels.size(), 3U);
     loop.advance(5339ms);
     EXPECT_EQ(bar.images.size(), 3U);
     loop.advance(1ms);
@@ -247,7 +239,7 @@ TEST_F(StatusItemControllerTest, ChoosingNoPetTakesItAwayAtOnceAndEndsTheBlinkin
     loop.runPending();
     ASSERT_EQ(bar.images.size(), 2U);
     EXPECT_EQ(bar.images[1], picture(display(57)));
-    EXPECT_EQ(bar.labels[1], "57 degrees Celsius");
+    EXPECT_EQ(bar.images[1].readout.description, "57 degrees Celsius");
     EXPECT_EQ(polls(), 1) << "Without a fresh reading";
     EXPECT_EQ(loop.activeTimerCount(), 1U);
     loop.advance(60s);
@@ -332,7 +324,6 @@ TEST_F(StatusItemControllerTest, AfterWakeTheFirstTickDrawsEvenAnEqualReading) {
     loop.runPending();
     ASSERT_EQ(bar.images.size(), 2U);
     EXPECT_EQ(bar.images[1], bar.images[0]);
-    EXPECT_EQ(bar.labels.size(), 2U);
     platform.manualSleep.send(SleepNotification::screensDidWake);
     loop.advance(2s);
     EXPECT_EQ(bar.images.size(), 2U);
@@ -367,7 +358,7 @@ TEST_F(StatusItemControllerTest, TheFirstReadingAfterWakeIsNotBlendedWithTheOneB
     setCelsius(30);
     platform.manualSleep.send(SleepNotification::didWake);
     loop.runPending();
-    EXPECT_EQ(bar.labels.back(), "30 degrees Celsius");
+    EXPECT_EQ(bar.images.back().readout.description, "30 degrees Celsius");
 }
 
 TEST_F(StatusItemControllerTest, BetweenWakeAndTheFirstTickNothingIsDrawn) {
@@ -384,8 +375,7 @@ TEST_F(StatusItemControllerTest, AReadingThatIsUnavailableIsDrawnLikeAnyOther) {
     sensor().samples.clear();
     create();
     loop.advance(6s);
-    ASSERT_FALSE(bar.labels.empty());
-    EXPECT_EQ(bar.labels.back(), "Temperature unavailable. Thermal state nominal.");
+    EXPECT_EQ(bar.images.back().readout.description, "Temperature unavailable. Thermal state nominal.");
     EXPECT_EQ(bar.menus.back().items[0].title, "No reading");
 }
 
@@ -394,7 +384,6 @@ TEST_F(StatusItemControllerTest, WithoutAButtonTheMenuIsStillUpdated) {
     create();
     loop.runPending();
     EXPECT_TRUE(bar.images.empty());
-    EXPECT_TRUE(bar.labels.empty());
     EXPECT_EQ(bar.menus.back().items[0].title, "57°C");
 }
 
@@ -407,7 +396,7 @@ TEST_F(StatusItemControllerTest, ChoosingInTheMenuChangesThePicture) {
         }
     }
     loop.runPending();
-    EXPECT_EQ(bar.labels.back(), "135 degrees Fahrenheit");
+    EXPECT_EQ(bar.images.back().readout.description, "135 degrees Fahrenheit");
 }
 
 TEST_F(StatusItemControllerTest, NothingReachesAControllerThatIsGone) {

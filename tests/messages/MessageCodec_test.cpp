@@ -95,9 +95,10 @@ TEST(MessageCodec, WritesMessagesThatAPersonCanRead) {
     image.bitmap = PixelBitmap(3, 2, {Ink::full, Ink::none, Ink::ghost, Ink::none, Ink::full, Ink::full});
     image.cell = 2;
     image.isTemplate = true;
-    EXPECT_EQ(MessageCodec::line(WindowRequest(SetStripReadout{image, "52°"})),
-              R"({"setStripReadout":{"image":{"bitmap":{"width":3,"rows":["#.:",".##"]},"cell":2.0,"isTemplate":true},)"
-              R"("label":"52°"}})");
+    image.description = "52°";
+    EXPECT_EQ(MessageCodec::line(WindowRequest(SetStripReadout{image})),
+              R"({"setStripReadout":{"image":{"bitmap":{"width":3,"rows":["#.:",".##"]},"cell":2.0,"isTemplate":true,)"
+              R"("description":"52°"}}})");
     ViewNode toggle;
     toggle.kind = ViewKind::toggle;
     toggle.identifier = "prefs.showInDock";

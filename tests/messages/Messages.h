@@ -93,7 +93,7 @@ inline std::vector<WindowRequest> requests() {
         UseActivationToken{"token_TIME42"},
         OpenPopupMenu{menu(), ScreenPoint{-1920, 24}},
         UpdatePopupMenu{menu()},
-        SetStripReadout{image(), "Thermopix, 52 degrees"},
+        SetStripReadout{image()},
         SetStripMenu{menu()},
         ShowStrip{ScreenPoint{}},
         HideStrip{},

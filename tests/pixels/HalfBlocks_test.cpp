@@ -38,7 +38,8 @@ TEST(HalfBlocks, ShowBothInksOfAColumnByAGreyGround) {
 TEST(HalfBlocks, LeaveGhostInkOutAndWriteNoEscapeSequenceWhereColourIsAvoided) {
     EXPECT_EQ(halfBlockLines(bitmapOf({"#:.:", ":#:#"}), TerminalColor::avoided), (Lines{"▀▄ ▄"}));
     const Display display{.value = 72, .unit = TemperatureUnit::celsius};
-    const PixelBitmap readout = PixelRasterizer::bitmap(display, PixelStyle::segment, PixelPet::cat, true, false);
+    const PixelBitmap readout =
+        PixelRasterizer::bitmap(display, {.style = PixelStyle::segment, .pet = PixelPet::cat, .showsUnitLetter = true});
     for (const std::string& line : halfBlockLines(readout, TerminalColor::avoided)) {
         EXPECT_EQ(line.find('\033'), std::string::npos);
         EXPECT_EQ(characterCount(line), static_cast<std::size_t>(readout.width()));
@@ -48,8 +49,7 @@ TEST(HalfBlocks, LeaveGhostInkOutAndWriteNoEscapeSequenceWhereColourIsAvoided) {
 TEST(HalfBlocks, DrawTheReadout) {
     const Display display{.value = 18, .unit = TemperatureUnit::celsius};
     const auto lines = [&](PixelStyle style) {
-        return halfBlockLines(PixelRasterizer::bitmap(display, style, PixelPet::none, false, false),
-                              TerminalColor::allowed);
+        return halfBlockLines(PixelRasterizer::bitmap(display, {.style = style}), TerminalColor::allowed);
     };
     EXPECT_EQ(lines(PixelStyle::micro), (Lines{
                                             "▄█  █▀█ ██ ",

@@ -28,7 +28,7 @@ Display hot(Display display) {
 
 PixelBitmap readout(const Display& display, PixelStyle style, PixelPet pet = PixelPet::none,
                     bool showsUnitLetter = true) {
-    return PixelRasterizer::bitmap(display, style, pet, showsUnitLetter, false);
+    return PixelRasterizer::bitmap(display, {.style = style, .pet = pet, .showsUnitLetter = showsUnitLetter});
 }
 
 TEST(PixelRasterizerText, RightAlignsTheValueInTheDigitsOfItsUnit) {
@@ -198,8 +198,8 @@ TEST(PixelRasterizer, KeepsItsWidthWhenTheReadingGoesAway) {
 
 TEST(PixelRasterizer, ClosesThePetsEyesWhileBlinking) {
     const Display display = celsius(72);
-    const PixelBitmap open = PixelRasterizer::bitmap(display, PixelStyle::arcade, PixelPet::cat, false, false);
-    const PixelBitmap closed = PixelRasterizer::bitmap(display, PixelStyle::arcade, PixelPet::cat, false, true);
+    const PixelBitmap open = PixelRasterizer::bitmap(display, {.pet = PixelPet::cat});
+    const PixelBitmap closed = PixelRasterizer::bitmap(display, {.pet = PixelPet::cat, .blinking = true});
     EXPECT_NE(open, closed);
     PixelBitmap expected = open;
     expected.place(*sprite(PixelPet::cat, PetMood::content, true), 0, 0);

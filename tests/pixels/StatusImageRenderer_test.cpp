@@ -61,17 +61,16 @@ TEST(StatusImageRenderer, MakesTheReadoutWithItsDescription) {
     Display display = celsius(91);
     display.isHot = true;
     display.mood = PetMood::scorching;
-    const StatusImage image =
-        StatusImageRenderer::image(display, PixelStyle::dotMatrix, PixelSize::compact, PixelPet::none, true, false);
-    EXPECT_EQ(image.bitmap, PixelRasterizer::bitmap(display, PixelStyle::dotMatrix, PixelPet::none, true, false));
+    const Appearance appearance{.style = PixelStyle::dotMatrix, .showsUnitLetter = true};
+    const StatusImage image = StatusImageRenderer::image(display, appearance);
+    EXPECT_EQ(image.bitmap, PixelRasterizer::bitmap(display, appearance));
     EXPECT_TRUE(image.isTemplate);
     EXPECT_EQ(image.description, "91 degrees Celsius, running hot");
 }
 
 TEST(StatusImageRenderer, DrawsTheReadoutWhileThePetBlinks) {
     const auto readout = [](bool blinking) {
-        return StatusImageRenderer::image(celsius(55), PixelStyle::arcade, PixelSize::compact, PixelPet::ghost, false,
-                                          blinking);
+        return StatusImageRenderer::image(celsius(55), {.pet = PixelPet::ghost, .blinking = blinking});
     };
     EXPECT_NE(readout(true), readout(false));
     EXPECT_EQ(readout(true).description, readout(false).description);

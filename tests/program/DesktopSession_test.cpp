@@ -134,8 +134,7 @@ protected:
 };
 
 StatusItemImage expectedImage(const Display& display) {
-    return {StatusImageRenderer::image(display, PixelStyle::arcade, PixelSize::compact, PixelPet::cat, false, false),
-            PixelRasterizer::digitsBitmap(display)};
+    return {StatusImageRenderer::image(display, {.pet = PixelPet::cat}), PixelRasterizer::digitsBitmap(display)};
 }
 
 TrayInk white() {

@@ -127,19 +127,18 @@ TEST(ReadoutPane, ShowsTheUnavailableReadout) {
 
 TEST(StatusBarPreview, ReadsTheTextThatItShows) {
     const Display hot{.value = 91, .unit = {}, .pressure = {}, .isHot = true, .mood = PetMood::scorching};
-    EXPECT_EQ((StatusBarPreview{hot, PixelStyle::arcade, PixelSize::compact, PixelPet::none, true}.node())
-                  .accessibility.label,
-              "Preview: 91~°C");
-    EXPECT_EQ(
-        (StatusBarPreview{hot, PixelStyle::arcade, PixelSize::compact, PixelPet::cat, true}.node()).accessibility.label,
-        "Preview: 91°C");
+    const auto label = [&](PixelPet pet) {
+        return StatusBarPreview{hot, {.pet = pet, .showsUnitLetter = true}}.node().accessibility.label;
+    };
+    EXPECT_EQ(label(PixelPet::none), "Preview: 91~°C");
+    EXPECT_EQ(label(PixelPet::cat), "Preview: 91°C");
 }
 
 TEST(PetRow, HighlightsTheMoodOfTheDisplay) {
     for (const PetMood mood : allCases<PetMood>()) {
         Display display = comfy;
         display.mood = mood;
-        const auto row = PetRow{PixelPet::ghost, display, PixelStyle::arcade, PixelSize::compact, false, false}.node();
+        const auto row = PetRow{PixelPet::ghost, display, {}}.node();
         const auto images = pixelImages(row);
         ASSERT_EQ(images.size(), 4U);
         for (const PetMood each : allCases<PetMood>()) {
@@ -152,7 +151,7 @@ TEST(PetRow, HighlightsTheMoodOfTheDisplay) {
 TEST(PetRow, BlinksInThePresentMoodOnly) {
     const auto images = [](bool blinking) {
         std::vector<PixelBitmap> bitmaps;
-        const auto row = PetRow{PixelPet::cat, comfy, PixelStyle::arcade, PixelSize::compact, false, blinking}.node();
+        const auto row = PetRow{PixelPet::cat, comfy, {.blinking = blinking}}.node();
         for (const auto* image : pixelImages(row)) {
             bitmaps.push_back(image->image.bitmap);
         }

@@ -39,9 +39,7 @@ constexpr std::array bars{Bar{"dark", {45, 45, 50, 255}, {255, 255, 255, 235}},
 
 struct Readout {
     Display display;
-    PixelPet pet = PixelPet::none;
-    bool showsUnitLetter = false;
-    bool isBlinking = false;
+    Appearance look;
 };
 
 /// A temperature for each mood, in its order.
@@ -55,14 +53,12 @@ std::vector<Readout> readouts() {
             readout.display.value = temperatures.at(static_cast<std::size_t>(mood));
             readout.display.mood = mood;
             readout.display.isHot = mood == PetMood::scorching;
-            readout.pet = pet;
+            readout.look.pet = pet;
             all.push_back(readout);
         }
         Readout blinking;
         blinking.display.value = 55;
-        blinking.pet = pet;
-        blinking.showsUnitLetter = true;
-        blinking.isBlinking = true;
+        blinking.look = {.pet = pet, .showsUnitLetter = true, .blinking = true};
         all.push_back(blinking);
     }
     for (const std::optional<std::int64_t> value :
@@ -70,8 +66,8 @@ std::vector<Readout> readouts() {
         Readout readout;
         readout.display.value = value;
         readout.display.unit = TemperatureUnit::fahrenheit;
-        readout.pet = PixelPet::cat;
-        readout.showsUnitLetter = true;
+        readout.look.pet = PixelPet::cat;
+        readout.look.showsUnitLetter = true;
         all.push_back(readout);
     }
     return all;
@@ -92,8 +88,10 @@ RgbaImage sheet(const Bar& bar) {
             std::int64_t widest = 0;
             auto& column = columns.emplace_back();
             for (const auto& readout : all) {
-                const auto image = StatusImageRenderer::image(readout.display, style, size, readout.pet,
-                                                              readout.showsUnitLetter, readout.isBlinking);
+                Appearance look = readout.look;
+                look.style = style;
+                look.size = size;
+                const auto image = StatusImageRenderer::image(readout.display, look);
                 column.push_back(tinted(rasterize(image, scale), bar.ink));
                 widest = std::max(widest, column.back().width);
             }

@@ -27,7 +27,7 @@ Display fahrenheit(std::int64_t value) {
 }
 
 StatusImage readout(PixelStyle style, PixelSize size, PixelPet pet = PixelPet::none) {
-    return StatusImageRenderer::image(celsius(72), style, size, pet, true, false);
+    return StatusImageRenderer::image(celsius(72), {.style = style, .size = size, .pet = pet, .showsUnitLetter = true});
 }
 
 StatusImage digits(const Display& display) {

@@ -41,18 +41,18 @@ Json valueOf(const Display& display) {
     return display.value ? Json(*display.value) : Json(nullptr);
 }
 
-Json readout(const Display& display, PixelStyle style, PixelPet pet, bool showsUnitLetter, bool blinking) {
+Json readout(const Display& display, const Appearance& look) {
     return {
         {"value", valueOf(display)},
         {"unit", rawValue(display.unit)},
         {"mood", rawValue(display.mood)},
         {"hot", display.isHot},
-        {"style", rawValue(style)},
-        {"pet", rawValue(pet)},
-        {"letter", showsUnitLetter},
-        {"blinking", blinking},
-        {"rows", rowsOf(PixelRasterizer::bitmap(display, style, pet, showsUnitLetter, blinking))},
-        {"description", StatusImageRenderer::accessibilityDescription(display, pet)},
+        {"style", rawValue(look.style)},
+        {"pet", rawValue(look.pet)},
+        {"letter", look.showsUnitLetter},
+        {"blinking", look.blinking},
+        {"rows", rowsOf(PixelRasterizer::bitmap(display, look))},
+        {"description", StatusImageRenderer::accessibilityDescription(display, look.pet)},
     };
 }
 
@@ -82,7 +82,9 @@ Json readouts() {
             for (const auto pet : allCases<PixelPet>()) {
                 for (const bool showsUnitLetter : bothWays) {
                     for (const bool blinking : bothWays) {
-                        all.push_back(readout(display, style, pet, showsUnitLetter, blinking));
+                        all.push_back(readout(
+                            display,
+                            {.style = style, .pet = pet, .showsUnitLetter = showsUnitLetter, .blinking = blinking}));
                     }
                 }
             }
@@ -124,9 +126,8 @@ Json journey(ThermalPressure pressure) {
             {"mood", title(display.mood)},
             {"caption", caption(display.mood)},
             {"description", StatusImageRenderer::accessibilityDescription(display, PixelPet::cat)},
-            {"rows", rowsOf(PixelRasterizer::bitmap(display, PixelStyle::arcade, PixelPet::cat, false, false))},
-            {"rowsWithoutPet",
-             rowsOf(PixelRasterizer::bitmap(display, PixelStyle::arcade, PixelPet::none, false, false))},
+            {"rows", rowsOf(PixelRasterizer::bitmap(display, {.pet = PixelPet::cat}))},
+            {"rowsWithoutPet", rowsOf(PixelRasterizer::bitmap(display, {}))},
         });
     }
     return stages;

@@ -132,7 +132,7 @@ void WindowProcess::handle(const UpdatePopupMenu& request) {
 }
 
 void WindowProcess::handle(const SetStripReadout& request) {
-    madeStrip().setReadout(request.image, qtString(request.label));
+    madeStrip().setReadout(request.image);
 }
 
 void WindowProcess::handle(const SetStripMenu& request) {

@@ -18,7 +18,7 @@
 #include "environment/AppInfo.h"
 #include "messages/WindowProtocol.h"
 #include "pixels/ApplicationIcon.h"
-#include "platform/qt/Appearance.h"
+#include "platform/qt/DesktopPalette.h"
 #include "platform/qt/MessageSocket.h"
 #include "platform/qt/WindowProcess.h"
 #include "platform/qt/drawing/PixelArt.h"
@@ -81,7 +81,7 @@ int run(int descriptor, int& argumentCount, char** arguments) {
     QGuiApplication::setDesktopFileName(qtString(AppInfo::identifier));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QApplication application(argumentCount, arguments);
-    const Appearance appearance;
+    const DesktopPalette palette;
     QApplication::setStyle(new ShellStyle);
     QApplication::setWindowIcon(icon());
     AccessibleViews::install();

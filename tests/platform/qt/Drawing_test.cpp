@@ -8,7 +8,7 @@
 #include "pixels/PixelPet.h"
 #include "pixels/Rgba.h"
 #include "pixels/StatusImageRenderer.h"
-#include "platform/qt/Appearance.h"
+#include "platform/qt/DesktopPalette.h"
 #include "platform/qt/drawing/PixelArt.h"
 #include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/Symbols.h"
@@ -143,7 +143,7 @@ double contrast(const QColor& text, const QColor& ground) {
 }
 
 TEST(RoleColors, KeepTextLegibleOnLightAndDark) {
-    for (const QPalette& palette : {Appearance::lightPalette(), Appearance::darkPalette()}) {
+    for (const QPalette& palette : {DesktopPalette::lightPalette(), DesktopPalette::darkPalette()}) {
         for (const QColor& ground : {palette.color(QPalette::Window), RoleColors::color(ColorRole::card, palette),
                                      RoleColors::color(ColorRole::sidebar, palette)}) {
             EXPECT_GE(contrast(RoleColors::color(ColorRole::primary, palette), ground), 10);
@@ -157,7 +157,7 @@ TEST(RoleColors, KeepTextLegibleOnLightAndDark) {
 }
 
 TEST(RoleColors, ReduceTheRolesOwnOpacity) {
-    const QPalette palette = Appearance::lightPalette();
+    const QPalette palette = DesktopPalette::lightPalette();
     const QColor whole = RoleColors::color(RoleColor{ColorRole::accent, 1}, palette);
     const QColor part = RoleColors::color(RoleColor{ColorRole::accent, 0.5}, palette);
     EXPECT_EQ(whole.alpha(), 255);

@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QtGlobal>
 
-#include "platform/qt/Appearance.h"
+#include "platform/qt/DesktopPalette.h"
 #include "platform/qt/drawing/ShellStyle.h"
 #include "platform/qt/views/AccessibleViews.h"
 
@@ -18,7 +18,7 @@ int main(int argumentCount, char** arguments) {
     const QApplication application(argumentCount, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(new thermopix::ShellStyle);
-    QApplication::setPalette(thermopix::Appearance::lightPalette());
+    QApplication::setPalette(thermopix::DesktopPalette::lightPalette());
     thermopix::AccessibleViews::install();
     return RUN_ALL_TESTS();
 }

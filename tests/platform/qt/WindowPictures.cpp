@@ -13,7 +13,7 @@
 #include "menubar/MainMenu.h"
 #include "menubar/StatusMenuController.h"
 #include "pixels/StatusImageRenderer.h"
-#include "platform/qt/Appearance.h"
+#include "platform/qt/DesktopPalette.h"
 #include "platform/qt/WindowProcess.h"
 #include "platform/qt/drawing/ShellStyle.h"
 #include "platform/qt/views/AccessibleViews.h"
@@ -103,14 +103,13 @@ private:
         take(*process_.popup(), "popup-menu");
         process_.popup()->close();
 
-        process_.perform(SetStripReadout{
-            StatusImageRenderer::image(display, PixelStyle::arcade, PixelSize::compact, PixelPet::cat, false, false),
-            "61 degrees Celsius"});
+        process_.perform(SetStripReadout{StatusImageRenderer::image(display, {.pet = PixelPet::cat})});
         process_.perform(ShowStrip{});
         take(*process_.strip(), "strip");
-        process_.perform(SetStripReadout{
-            StatusImageRenderer::image(display, PixelStyle::dotMatrix, PixelSize::large, PixelPet::ghost, true, false),
-            "61 degrees Celsius"});
+        process_.perform(SetStripReadout{StatusImageRenderer::image(display, {.style = PixelStyle::dotMatrix,
+                                                                              .size = PixelSize::large,
+                                                                              .pet = PixelPet::ghost,
+                                                                              .showsUnitLetter = true})});
         take(*process_.strip(), "strip-large");
     }
 
@@ -149,7 +148,7 @@ int main(int argumentCount, char** arguments) {
     const QApplication application(argumentCount, arguments);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(new ShellStyle);
-    QApplication::setPalette(isDark ? Appearance::darkPalette() : Appearance::lightPalette());
+    QApplication::setPalette(isDark ? DesktopPalette::darkPalette() : DesktopPalette::lightPalette());
     AccessibleViews::install();
     Photographer(folder, suffix).takeAll();
     return EXIT_SUCCESS;

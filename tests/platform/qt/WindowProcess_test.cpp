@@ -52,11 +52,12 @@ Menu statusMenu(const std::string& chosen = "cat") {
     return menu;
 }
 
-StatusImage readout(std::int64_t columns) {
+StatusImage readout(std::int64_t columns, std::string words) {
     StatusImage image;
     image.bitmap = PixelBitmap(columns, 7, std::vector<Ink>(static_cast<std::size_t>(columns * 7), Ink::full));
     image.cell = 2;
     image.isTemplate = true;
+    image.description = std::move(words);
     return image;
 }
 
@@ -330,7 +331,7 @@ TEST_F(Windows, LeavesCheckMarksToTheirOwner) {
 class Strip : public Windows {
 protected:
     Strip() {
-        ask(SetStripReadout{readout(30), "52 degrees Celsius"});
+        ask(SetStripReadout{readout(30, "52 degrees Celsius")});
         ask(SetStripMenu{statusMenu()});
     }
     [[nodiscard]] static QRect screen() { return QGuiApplication::primaryScreen()->availableGeometry(); }
@@ -355,7 +356,7 @@ TEST_F(Strip, StandsWhereItIsToldAlongTheEdge) {
 TEST_F(Strip, KeepsItsRightEndWhenTheReadoutChangesItsWidth) {
     ask(ShowStrip{});
     const int right = strip().geometry().right();
-    ask(SetStripReadout{readout(40), "100 degrees Celsius"});
+    ask(SetStripReadout{readout(40, "100 degrees Celsius")});
     EXPECT_EQ(strip().geometry().right(), right);
     EXPECT_EQ(strip().width(), 80 + 18);
 }
@@ -398,7 +399,7 @@ TEST_F(Strip, IsAButtonWithAMenuNamedByTheReading) {
     EXPECT_TRUE(element->state().hasPopup);
     element->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_TRUE(strip().menu().isVisible());
-    ask(SetStripReadout{readout(30), "53 degrees Celsius"});
+    ask(SetStripReadout{readout(30, "53 degrees Celsius")});
     EXPECT_EQ(element->text(QAccessible::Name), "53 degrees Celsius");
 }
 

@@ -30,8 +30,6 @@ public:
         redraw();
     }
 
-    /// The picture has it too.
-    void setAccessibilityLabel(std::string_view /*label*/) override {}
     void setMenu(MenuSource& /*menu*/) override {}
 
 private:
@@ -58,11 +56,10 @@ public:
     explicit LineItem(TerminalOutput& output) : output_(output) {}
 
     [[nodiscard]] bool hasButton() const override { return true; }
-    void setImage(const StatusItemImage& /*image*/) override {}
 
-    void setAccessibilityLabel(std::string_view label) override {
-        if (label != said_) {
-            said_ = label;
+    void setImage(const StatusItemImage& image) override {
+        if (image.readout.description.value_or("") != said_) {
+            said_ = *image.readout.description;
             output_.write(said_ + "\n");
         }
     }

@@ -164,11 +164,6 @@ void TrayStatusItem::setImage(const StatusItemImage& image) {
     update();
 }
 
-void TrayStatusItem::setAccessibilityLabel(std::string_view label) {
-    label_ = repairedUtf8(label);
-    showTitle();
-}
-
 void TrayStatusItem::setMenu(MenuSource& menu) {
     menu_.reset();
     menu_ = std::make_unique<TrayMenuExport>(connection_, numbered(itemMenuPath), menu, [this] { update(); });
@@ -256,10 +251,7 @@ void TrayStatusItem::showPictures() {
 }
 
 void TrayStatusItem::showTitle() {
-    std::string title = label_;
-    if (title.empty() && image_) {
-        title = repairedUtf8(image_->readout.description.value_or(""));
-    }
+    std::string title = repairedUtf8(image_->readout.description.value_or(""));
     if (title.empty()) {
         title = options_.title;
     }

@@ -31,7 +31,6 @@ public:
 
     [[nodiscard]] bool hasButton() const override { return true; }
     void setImage(const StatusItemImage& image) override;
-    void setAccessibilityLabel(std::string_view label) override;
     void setMenu(MenuSource& menu) override;
 
 private:
@@ -55,7 +54,6 @@ private:
     std::string busName_;
 
     std::optional<StatusItemImage> image_;
-    std::string label_;
     std::string title_;
     TrayPictureCache cache_;
     GVariantHandle pictures_;

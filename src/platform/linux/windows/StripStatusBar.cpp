@@ -38,21 +38,10 @@ public:
             return;
         }
         const bool isFirst = !readout_;
-        readout_ = SetStripReadout{image.readout, label_};
+        readout_ = SetStripReadout{image.readout};
         if (isFirst) {
             show();
         } else {
-            client_.send(*readout_);
-        }
-    }
-
-    void setAccessibilityLabel(std::string_view label) override {
-        if (label_ == label) {
-            return;
-        }
-        label_ = label;
-        if (readout_) {
-            readout_->label = label_;
             client_.send(*readout_);
         }
     }
@@ -105,7 +94,6 @@ private:
     std::shared_ptr<UserDefaults> defaults_;
     /// Nothing is shown before there is a picture.
     std::optional<SetStripReadout> readout_;
-    std::string label_;
     MenuSource* menu_ = nullptr;
     std::optional<MainLoop::Duration> startedAt_;
     std::chrono::seconds pause_ = StripStatusBar::firstPause;

@@ -20,7 +20,6 @@ public:
 
     [[nodiscard]] bool hasButton() const override;
     void setImage(const StatusItemImage& image) override;
-    void setAccessibilityLabel(std::string_view label) override;
     void setMenu(MenuSource& menu) override;
 
 private:

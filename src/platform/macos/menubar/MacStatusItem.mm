@@ -21,10 +21,7 @@ bool MacStatusItem::hasButton() const {
 
 void MacStatusItem::setImage(const StatusItemImage& image) {
     item_.button.image = nsImage(image.readout);
-}
-
-void MacStatusItem::setAccessibilityLabel(std::string_view label) {
-    item_.button.accessibilityLabel = nsString(label);
+    item_.button.accessibilityLabel = nsString(image.readout.description.value_or(""));
 }
 
 void MacStatusItem::setMenu(MenuSource& menu) {

@@ -13,6 +13,7 @@
 #include "pixels/PixelStyle.h"
 #include "platform/qt/drawing/PixelArt.h"
 #include "platform/qt/drawing/RoleColors.h"
+#include "platform/qt/drawing/Strings.h"
 #include "platform/qt/drawing/ViewPainter.h"
 #include "platform/qt/windows/EveryWorkspace.h"
 
@@ -59,7 +60,8 @@ ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), 
     };
 }
 
-void ReadoutStrip::setReadout(const StatusImage& image, const QString& label) {
+void ReadoutStrip::setReadout(const StatusImage& image) {
+    const QString label = qtString(image.description.value_or(""));
     setWindowTitle(label);
     if (accessibleName() != label) {
         setAccessibleName(label);

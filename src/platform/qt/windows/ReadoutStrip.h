@@ -23,7 +23,7 @@ public:
     std::function<void()> onMenuDidClose;
     std::function<void(QPoint)> onMoved;
 
-    void setReadout(const StatusImage& image, const QString& label);
+    void setReadout(const StatusImage& image);
     void setMenu(const Menu& menu) { menu_.showMenu(menu); }
 
     /// At the right end of the edge when there is no position.

@@ -89,14 +89,7 @@ private:
 StatusItemImage image(std::int64_t value, PixelStyle style = PixelStyle::arcade) {
     Display display;
     display.value = value;
-    return {StatusImageRenderer::image(display, style, PixelSize::compact, PixelPet::none, false, false),
-            PixelRasterizer::digitsBitmap(display)};
-}
-
-/// What the controller does on each change.
-void draw(StatusItem& item, const StatusItemImage& drawn) {
-    item.setImage(drawn);
-    item.setAccessibilityLabel(*drawn.readout.description);
+    return {StatusImageRenderer::image(display, {.style = style}), PixelRasterizer::digitsBitmap(display)};
 }
 
 Lines withoutTrailingBlanks(Lines lines) {
@@ -149,10 +142,10 @@ TEST_F(TerminalStatusBarTest, TheReadoutIsDrawnInPlaceAndStaysWithTheCursorBelow
     auto item = bar.makeStatusItem();
     EXPECT_TRUE(item->hasButton());
     EXPECT_EQ(terminal.show(), "") << "Nothing before the first picture";
-    draw(*item, image(57));
+    item->setImage(image(57));
     terminal.show();
     EXPECT_EQ(terminal.screen.rowsAbove(), expected(image(57)));
-    draw(*item, image(61));
+    item->setImage(image(61));
     terminal.show();
     EXPECT_EQ(terminal.screen.rowsAbove(), expected(image(61)));
     item.reset();
@@ -169,7 +162,7 @@ TEST_F(TerminalStatusBarTest, ARedrawIsOneWriteThatLeavesTheCursorVisible) {
     TerminalStatusBar bar(terminal.program.get(), capable, lost);
     auto item = bar.makeStatusItem();
     const auto before = writesSoFar();
-    draw(*item, image(57));
+    item->setImage(image(57));
     if (before) {
         EXPECT_EQ(writesSoFar(), *before + 1);
     }
@@ -183,7 +176,7 @@ TEST_F(TerminalStatusBarTest, ColourIsUsedUnlessItIsRefused) {
         PseudoTerminal terminal(80);
         TerminalStatusBar bar(terminal.program.get(), variables, lost);
         auto item = bar.makeStatusItem();
-        draw(*item, image(57, PixelStyle::segment));
+        item->setImage(image(57, PixelStyle::segment));
         return terminal.show().find('m') != std::string::npos;
     };
     EXPECT_TRUE(escapes({{"TERM", "xterm"}}));
@@ -207,7 +200,7 @@ TEST_F(TerminalStatusBarTest, AResizeIsFollowedAtOnceAndLeavesNoTraces) {
         }
     };
     auto picture = expected(image(57));
-    draw(*item, image(57));
+    item->setImage(image(57));
     terminal.show();
 
     resizeTo(12, 24);
@@ -235,7 +228,7 @@ TEST_F(TerminalStatusBarTest, ATerminalWithoutAbilitiesGetsLines) {
         PseudoTerminal terminal(80);
         TerminalStatusBar bar(terminal.program.get(), variables, lost);
         auto item = bar.makeStatusItem();
-        draw(*item, image(57));
+        item->setImage(image(57));
         EXPECT_EQ(terminal.show(), "57 degrees Celsius\r\n");
     }
 }
@@ -248,13 +241,13 @@ TEST_F(TerminalStatusBarTest, APipeGetsOneLineForEachChangeOfTheDescriptionWritt
     TerminalStatusBar bar(writer.get(), capable, lost);
     auto item = bar.makeStatusItem();
     EXPECT_TRUE(item->hasButton());
-    draw(*item, image(57));
+    item->setImage(image(57));
     EXPECT_EQ(readAvailable(reader), "57 degrees Celsius\n");
-    draw(*item, image(57, PixelStyle::micro));
-    draw(*item, image(57));
+    item->setImage(image(57, PixelStyle::micro));
+    item->setImage(image(57));
     EXPECT_EQ(readAvailable(reader), "") << "Neither a blink nor another look is news";
-    draw(*item, image(58));
-    draw(*item, image(57));
+    item->setImage(image(58));
+    item->setImage(image(57));
     std::array<char, 256> packet{};
     const auto length = ::read(reader.get(), packet.data(), packet.size());
     ASSERT_GT(length, 0);
@@ -268,13 +261,13 @@ TEST_F(TerminalStatusBarTest, AReaderThatHasGoneIsReportedOnceAndNotWrittenToAga
         timesLost = 0;
         TerminalStatusBar bar(writer.get(), capable, lost);
         auto item = bar.makeStatusItem();
-        draw(*item, image(57));
+        item->setImage(image(57));
         EXPECT_EQ(timesLost, 0);
         reader = Descriptor(-1);
-        draw(*item, image(58));
+        item->setImage(image(58));
         EXPECT_EQ(timesLost, 1);
         const auto writes = writesSoFar();
-        draw(*item, image(59));
+        item->setImage(image(59));
         EXPECT_EQ(writesSoFar(), writes);
         EXPECT_EQ(timesLost, 1);
     };
@@ -302,7 +295,7 @@ TEST_F(TerminalStatusBarTest, ANonBlockingPipeThatIsFullLosesNothing) {
             read += readAvailable(reader);
         }
     });
-    draw(*item, image(57));
+    item->setImage(image(57));
     drain.join();
     EXPECT_EQ(read, filling + "57 degrees Celsius\n");
     EXPECT_EQ(timesLost, 0);

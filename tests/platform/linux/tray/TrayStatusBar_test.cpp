@@ -31,7 +31,7 @@ using Points = std::vector<std::pair<std::int32_t, std::int32_t>>;
 StatusItemImage imageOf(std::int64_t value, PixelPet pet = PixelPet::none, bool blinking = false) {
     Display display;
     display.value = value;
-    return {StatusImageRenderer::image(display, PixelStyle::arcade, PixelSize::compact, pet, true, blinking),
+    return {StatusImageRenderer::image(display, {.pet = pet, .showsUnitLetter = true, .blinking = blinking}),
             PixelRasterizer::digitsBitmap(display)};
 }
 
@@ -63,7 +63,6 @@ protected:
         item_ = bar_->makeStatusItem();
         item_->setMenu(menu_);
         item_->setImage(imageOf(72));
-        item_->setAccessibilityLabel("72 degrees Celsius");
     }
 
     /// An item that a tray of this process name shows.
@@ -214,14 +213,13 @@ TEST_F(TrayStatusBarTest, AnotherTrayOfTheSameKindChangesNothing) {
 TEST_F(TrayStatusBarTest, SignalsWhatHasChangedAndNothingElse) {
     showIn("waybar");
     item_->setImage(imageOf(73));
-    item_->setAccessibilityLabel("73 degrees Celsius");
-    EXPECT_EQ(signals(), (Names{"NewIcon", "NewTitle", "NewToolTip"}));
+    EXPECT_EQ(signals(), (Names{"NewTitle", "NewToolTip", "NewIcon"}));
     expectPictures(TrayPictureSet::bar, white, imageOf(73));
     EXPECT_EQ(host_->text("Title"), "'73 degrees Celsius'");
 
-    item_->setImage(imageOf(73, PixelPet::cat));
-    EXPECT_EQ(signals(), Names{"NewIcon"});
-    item_->setAccessibilityLabel("73 degrees Celsius, comfy");
+    StatusItemImage image = imageOf(73);
+    image.readout.description = "73 degrees Celsius, comfy";
+    item_->setImage(image);
     EXPECT_EQ(signals(), (Names{"NewTitle", "NewToolTip"}));
 }
 
@@ -230,20 +228,21 @@ TEST_F(TrayStatusBarTest, AnUnchangedPictureCrossesNoBus) {
     const auto before = TestBus::instance().sentMessages();
     for (int i = 0; i < 60; ++i) {
         item_->setImage(imageOf(72));
-        item_->setAccessibilityLabel("72 degrees Celsius");
         while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
         }
     }
     EXPECT_EQ(TestBus::instance().sentMessages(), before);
 
-    item_->setImage(imageOf(73));
+    StatusItemImage sameWords = imageOf(73);
+    sameWords.readout.description = imageOf(72).readout.description;
+    item_->setImage(sameWords);
     EXPECT_EQ(TestBus::instance().sentMessages(), before + 1);
 }
 
 TEST_F(TrayStatusBarTest, ABlinkingPetIsSeenInAWideTrayOnly) {
     showIn("waybar");
     item_->setImage(imageOf(72, PixelPet::cat));
-    EXPECT_EQ(signals(), Names{"NewIcon"});
+    EXPECT_EQ(signals(), (Names{"NewTitle", "NewToolTip", "NewIcon"}));
     item_->setImage(imageOf(72, PixelPet::cat, true));
     item_->setImage(imageOf(72, PixelPet::cat));
     EXPECT_EQ(signals(), (Names{"NewIcon", "NewIcon"}));
@@ -257,7 +256,9 @@ TEST_F(TrayStatusBarTest, ABlinkingPetIsSeenInAWideTrayOnly) {
 
 TEST_F(TrayStatusBarTest, WordsAreEscapedInToolTipsOnly) {
     showIn("waybar");
-    item_->setAccessibilityLabel("<72> & \xff");
+    StatusItemImage image = imageOf(72);
+    image.readout.description = "<72> & \xff";
+    item_->setImage(image);
     EXPECT_EQ(host_->text("Title"), "'<72> & \xef\xbf\xbd'");
     EXPECT_EQ(host_->text("ToolTip"), "('', [], '&lt;72&gt; &amp; \xef\xbf\xbd', '')");
 }
@@ -311,7 +312,6 @@ TEST_F(TrayStatusBarTest, WithoutATrayPicturesCrossNoBus) {
     ASSERT_TRUE(waitFor(TrayPresence::absent));
     const auto before = TestBus::instance().sentMessages();
     item_->setImage(imageOf(90));
-    item_->setAccessibilityLabel("90 degrees Celsius");
     EXPECT_EQ(TestBus::instance().sentMessages(), before);
 }
 

@@ -16,8 +16,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-StatusItemImage image(std::int64_t width) {
+StatusItemImage image(std::int64_t width, const std::string& description = "52 degrees") {
     StatusItemImage image;
+    image.readout.description = description;
     image.readout.bitmap = PixelBitmap::blank(width, 1);
     image.readout.cell = 2;
     return image;
@@ -27,10 +28,7 @@ class StripStatusBarTest : public WindowStage {
 protected:
     using Requests = std::vector<WindowRequest>;
 
-    StripStatusBarTest() {
-        item->setMenu(source);
-        item->setAccessibilityLabel("52 degrees");
-    }
+    StripStatusBarTest() { item->setMenu(source); }
 
     std::shared_ptr<WindowStandIn> showIt() {
         item->setImage(image(1));
@@ -53,14 +51,13 @@ TEST_F(StripStatusBarTest, ShowsNothingBeforeThereIsAPicture) {
 
 TEST_F(StripStatusBarTest, ShowsPictureLabelAndMenu) {
     item->setImage(image(1));
-    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(1).readout, "52 degrees"},
+    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(1).readout},
                                                      SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
 }
 
 TEST_F(StripStatusBarTest, SendsWhatHasChangedAndNothingElse) {
     const auto run = showIt();
     item->setImage(image(1));
-    item->setAccessibilityLabel("52 degrees");
     StatusItemImage sameReadout = image(1);
     sameReadout.digits = PixelBitmap::blank(3, 3);
     item->setImage(sameReadout);
@@ -68,12 +65,12 @@ TEST_F(StripStatusBarTest, SendsWhatHasChangedAndNothingElse) {
     EXPECT_TRUE(run->requests.empty());
     item->setImage(image(2));
     ASSERT_TRUE(untilRequests(run, 1));
-    item->setAccessibilityLabel("53 degrees");
+    item->setImage(image(2, "53 degrees"));
     ASSERT_TRUE(untilRequests(run, 2));
     source.edit(TestMenuSource::reading, [](MenuItem& entry) { entry.title = "53°C"; });
     EXPECT_EQ(received(run, 3),
-              (Requests{SetStripReadout{image(2).readout, "52 degrees"},
-                        SetStripReadout{image(2).readout, "53 degrees"}, SetStripMenu{source.menu.value()}}));
+              (Requests{SetStripReadout{image(2).readout}, SetStripReadout{image(2, "53 degrees").readout},
+                        SetStripMenu{source.menu.value()}}));
 }
 
 TEST_F(StripStatusBarTest, DoesWhatTheUserChoseInItsMenu) {
@@ -108,7 +105,7 @@ TEST_F(StripStatusBarTest, ComesBackWithAllThatItShowed) {
     source.edit(TestMenuSource::reading, [](MenuItem& entry) { entry.title = "55°C"; });
     EXPECT_FALSE(process->isRunning()) << "a change is no reason to come back early";
     loop.advance(1s);
-    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(5).readout, "52 degrees"},
+    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(5).readout},
                                                      SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
 }
 
@@ -163,7 +160,7 @@ TEST_F(StripStatusBarTest, ReturnsToAProcessThatHasNotEndedYet) {
     item->setMenu(source);
     item->setImage(image(2));
     EXPECT_EQ(received(run, 4), (Requests{HideStrip{}, SetStripMenu{source.menu.value()},
-                                          SetStripReadout{image(2).readout, ""}, ShowStrip{std::nullopt}}));
+                                          SetStripReadout{image(2).readout}, ShowStrip{std::nullopt}}));
 }
 
 TEST(StripPosition, IsTwoNumbers) {

@@ -1,4 +1,4 @@
-#include "platform/qt/Appearance.h"
+#include "platform/qt/DesktopPalette.h"
 
 #include <QApplication>
 #include <QColor>
@@ -83,7 +83,7 @@ std::optional<QColor> accentOf(const QVariant& value) {
 
 }  // namespace
 
-Appearance::Appearance() {
+DesktopPalette::DesktopPalette() {
     const QPalette platform = QApplication::palette();
     isPlatformDark_ = RoleColors::isDark(platform);
     if (platform != QApplication::style()->standardPalette()) {
@@ -99,7 +99,7 @@ Appearance::Appearance() {
     apply();
 }
 
-QPalette Appearance::lightPalette() {
+QPalette DesktopPalette::lightPalette() {
     return paletteOf({.window = QColor(0xF4, 0xF4, 0xF6),
                       .text = QColor(0x1D, 0x1D, 0x20),
                       .base = Qt::white,
@@ -107,7 +107,7 @@ QPalette Appearance::lightPalette() {
                       .accent = QColor(0x15, 0x68, 0xE3)});
 }
 
-QPalette Appearance::darkPalette() {
+QPalette DesktopPalette::darkPalette() {
     return paletteOf({.window = QColor(0x1F, 0x1F, 0x22),
                       .text = QColor(0xF1, 0xF1, 0xF4),
                       .base = QColor(0x17, 0x17, 0x19),
@@ -115,14 +115,14 @@ QPalette Appearance::darkPalette() {
                       .accent = QColor(0x2B, 0x78, 0xEE)});
 }
 
-void Appearance::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
+void DesktopPalette::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
     if (group == appearanceGroup) {
         take(key, unwrapped(value.variant()));
         apply();
     }
 }
 
-std::optional<QVariant> Appearance::readSetting(const QString& key) {
+std::optional<QVariant> DesktopPalette::readSetting(const QString& key) {
     const auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         return std::nullopt;
@@ -136,7 +136,7 @@ std::optional<QVariant> Appearance::readSetting(const QString& key) {
     return unwrapped(reply.arguments().front());
 }
 
-void Appearance::take(const QString& key, const QVariant& value) {
+void DesktopPalette::take(const QString& key, const QVariant& value) {
     if (key == colorSchemeKey) {
         constexpr uint dark = 1;
         constexpr uint light = 2;
@@ -147,7 +147,7 @@ void Appearance::take(const QString& key, const QVariant& value) {
     }
 }
 
-void Appearance::apply() const {
+void DesktopPalette::apply() const {
     const bool dark = prefersDark_.value_or(isPlatformDark_);
     if (desktopPalette_ && isPlatformDark_ == dark) {
         QApplication::setPalette(*desktopPalette_);

@@ -9,12 +9,12 @@ namespace thermopix {
 
 /// Gives the program the desktop's colours: its palette where it sets one, else one of our own, light or dark and with
 /// the accent colour that the desktop's settings portal names.
-class Appearance final : public QObject {
+class DesktopPalette final : public QObject {
     Q_OBJECT
 
 public:
     /// Follows the portal from now on.
-    Appearance();
+    DesktopPalette();
 
     [[nodiscard]] static QPalette lightPalette();
     [[nodiscard]] static QPalette darkPalette();
