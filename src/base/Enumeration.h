@@ -3,7 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <type_traits>
+#include <utility>
+
+#include "base/NameOf.h"
 
 namespace thermopix {
 
@@ -67,25 +71,48 @@ template <typename Case>
     return cases;
 }
 
-/// True when the rows stand in declaration order, end at `last`, and no raw value is used twice; every table
-/// asserts this at compile time.
-template <typename Case>
-[[nodiscard]] constexpr bool isCompleteTable(Case last) {
-    const auto& rows = EnumerationTable<Case>::rows;
-    if (rows.size() != static_cast<std::size_t>(last) + 1) {
-        return false;
+/// True when the rows stand one for each case, which `member` tells, in declaration order, and no case comes after
+/// `last`. Every table that is looked into by a case asserts this at compile time.
+template <auto last, typename Rows, typename Row>
+[[nodiscard]] constexpr bool hasRowPerCase(const Rows& rows, decltype(last) Row::*member) {
+    constexpr auto count = static_cast<std::size_t>(last) + 1;
+    static_assert(nameOf<static_cast<decltype(last)>(count)>().empty(), "there is a case after the last");
+    bool isInOrder = rows.size() == count;
+    for (std::size_t i = 0; isInOrder && i < count; ++i) {
+        isInOrder = rows[i].*member == static_cast<decltype(last)>(i);
     }
+    return isInOrder;
+}
+
+/// The same of an enumeration's own table, in which no raw value may be used twice either.
+template <auto last>
+[[nodiscard]] constexpr bool isCompleteTable() {
+    const auto& rows = EnumerationTable<decltype(last)>::rows;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (static_cast<std::size_t>(rows[i].value) != i) {
-            return false;
-        }
         for (std::size_t j = 0; j < i; ++j) {
             if (rows[j].rawValue == rows[i].rawValue) {
                 return false;
             }
         }
     }
-    return true;
+    return hasRowPerCase<last>(rows, &EnumerationRow<decltype(last)>::value);
 }
+
+/// The table of an enumeration whose cases go by their own names, `last` being the last of them:
+/// `template <> struct EnumerationTable<Axis> : CaseNames<Axis::vertical> {};`
+template <auto last, typename Indices = std::make_index_sequence<static_cast<std::size_t>(last) + 1>>
+struct CaseNames;
+
+template <auto last, std::size_t... index>
+struct CaseNames<last, std::index_sequence<index...>> {
+    using Case = decltype(last);
+    struct Row {
+        Case value;
+        std::string_view rawValue;
+    };
+    static constexpr std::array rows{Row{static_cast<Case>(index), nameOf<static_cast<Case>(index)>()}...};
+    static_assert((!nameOf<static_cast<Case>(index)>().empty() && ...), "a case is missing");
+    static_assert(hasRowPerCase<last>(rows, &Row::value));
+};
 
 }  // namespace thermopix

@@ -5,6 +5,7 @@
 #include <tuple>
 #include <variant>
 
+#include "base/NameOf.h"
 #include "messages/WindowEvent.h"
 #include "messages/WindowRequest.h"
 
@@ -12,12 +13,16 @@
 /// alternative of a variant.
 namespace thermopix {
 
-template <typename Record, typename Member>
+template <typename Member>
 struct Field {
-    constexpr Field(std::string_view fieldName, Member Record::*fieldMember) : name(fieldName), member(fieldMember) {}
-
     std::string_view name;
-    Member Record::*member;
+    Member member;
+};
+
+/// A row for each member, under its own name.
+template <auto... members>
+struct FieldsOf {
+    static constexpr std::tuple rows{Field<decltype(members)>{nameOf<members>(), members}...};
 };
 
 template <typename Record>
@@ -30,20 +35,13 @@ template <typename Variant>
 inline constexpr bool namesEveryAlternative = Alternatives<Variant>::names.size() == std::variant_size_v<Variant>;
 
 template <>
-struct Fields<RgbaColor> {
-    static constexpr std::tuple rows{Field{"red", &RgbaColor::red}, Field{"green", &RgbaColor::green},
-                                     Field{"blue", &RgbaColor::blue}, Field{"alpha", &RgbaColor::alpha}};
-};
+struct Fields<RgbaColor> : FieldsOf<&RgbaColor::red, &RgbaColor::green, &RgbaColor::blue, &RgbaColor::alpha> {};
 
 template <>
-struct Fields<RoleColor> {
-    static constexpr std::tuple rows{Field{"role", &RoleColor::role}, Field{"opacity", &RoleColor::opacity}};
-};
+struct Fields<RoleColor> : FieldsOf<&RoleColor::role, &RoleColor::opacity> {};
 
 template <>
-struct Fields<Gradient> {
-    static constexpr std::tuple rows{Field{"top", &Gradient::top}, Field{"bottom", &Gradient::bottom}};
-};
+struct Fields<Gradient> : FieldsOf<&Gradient::top, &Gradient::bottom> {};
 
 template <>
 struct Alternatives<Color> {
@@ -52,9 +50,7 @@ struct Alternatives<Color> {
 static_assert(namesEveryAlternative<Color>);
 
 template <>
-struct Fields<std::monostate> {
-    static constexpr std::tuple<> rows{};
-};
+struct Fields<std::monostate> : FieldsOf<> {};
 
 template <>
 struct Alternatives<Fill> {
@@ -63,203 +59,103 @@ struct Alternatives<Fill> {
 static_assert(namesEveryAlternative<Fill>);
 
 template <>
-struct Fields<Background> {
-    static constexpr std::tuple rows{Field{"fill", &Background::fill}, Field{"hoverFill", &Background::hoverFill},
-                                     Field{"cornerRadius", &Background::cornerRadius},
-                                     Field{"border", &Background::border},
-                                     Field{"borderWidth", &Background::borderWidth}};
-};
+struct Fields<Background> : FieldsOf<&Background::fill, &Background::hoverFill, &Background::cornerRadius,
+                                     &Background::border, &Background::borderWidth> {};
 
 template <>
-struct Fields<TextStyle> {
-    static constexpr std::tuple rows{Field{"points", &TextStyle::points}, Field{"isSemibold", &TextStyle::isSemibold},
-                                     Field{"letterSpacing", &TextStyle::letterSpacing},
-                                     Field{"lineSpacing", &TextStyle::lineSpacing}};
-};
+struct Fields<TextStyle>
+    : FieldsOf<&TextStyle::points, &TextStyle::isSemibold, &TextStyle::letterSpacing, &TextStyle::lineSpacing> {};
 
 template <>
-struct Fields<Insets> {
-    static constexpr std::tuple rows{Field{"top", &Insets::top}, Field{"leading", &Insets::leading},
-                                     Field{"bottom", &Insets::bottom}, Field{"trailing", &Insets::trailing}};
-};
+struct Fields<Insets> : FieldsOf<&Insets::top, &Insets::leading, &Insets::bottom, &Insets::trailing> {};
 
 template <>
-struct Fields<PickerItem> {
-    static constexpr std::tuple rows{Field{"title", &PickerItem::title}, Field{"value", &PickerItem::value}};
-};
+struct Fields<PickerItem> : FieldsOf<&PickerItem::title, &PickerItem::value> {};
 
 template <>
-struct Fields<Accessibility> {
-    static constexpr std::tuple rows{Field{"label", &Accessibility::label},
-                                     Field{"hidesChildren", &Accessibility::hidesChildren},
-                                     Field{"isSelected", &Accessibility::isSelected}};
-};
+struct Fields<Accessibility>
+    : FieldsOf<&Accessibility::label, &Accessibility::hidesChildren, &Accessibility::isSelected> {};
 
 template <>
-struct Fields<StatusImage> {
-    static constexpr std::tuple rows{
-        Field{"bitmap", &StatusImage::bitmap},         Field{"cell", &StatusImage::cell},
-        Field{"inset", &StatusImage::inset},           Field{"isRound", &StatusImage::isRound},
-        Field{"isTemplate", &StatusImage::isTemplate}, Field{"description", &StatusImage::description}};
-};
+struct Fields<StatusImage> : FieldsOf<&StatusImage::bitmap, &StatusImage::cell, &StatusImage::inset,
+                                      &StatusImage::isRound, &StatusImage::isTemplate, &StatusImage::description> {};
 
 template <>
-struct Fields<ViewNode> {
-    static constexpr std::tuple rows{
-        Field{"kind", &ViewNode::kind},
-        Field{"identifier", &ViewNode::identifier},
-        Field{"text", &ViewNode::text},
-        Field{"textStyle", &ViewNode::textStyle},
-        Field{"color", &ViewNode::color},
-        Field{"wraps", &ViewNode::wraps},
-        Field{"axis", &ViewNode::axis},
-        Field{"alignment", &ViewNode::alignment},
-        Field{"spacing", &ViewNode::spacing},
-        Field{"padding", &ViewNode::padding},
-        Field{"width", &ViewNode::width},
-        Field{"height", &ViewNode::height},
-        Field{"minHeight", &ViewNode::minHeight},
-        Field{"fillsWidth", &ViewNode::fillsWidth},
-        Field{"background", &ViewNode::background},
-        Field{"image", &ViewNode::image},
-        Field{"isOn", &ViewNode::isOn},
-        Field{"pickerStyle", &ViewNode::pickerStyle},
-        Field{"hidesLabel", &ViewNode::hidesLabel},
-        Field{"items", &ViewNode::items},
-        Field{"selection", &ViewNode::selection},
-        Field{"accessibility", &ViewNode::accessibility},
-        Field{"children", &ViewNode::children},
-    };
-};
+struct Fields<ViewNode>
+    : FieldsOf<&ViewNode::kind, &ViewNode::identifier, &ViewNode::text, &ViewNode::textStyle, &ViewNode::color,
+               &ViewNode::wraps, &ViewNode::axis, &ViewNode::alignment, &ViewNode::spacing, &ViewNode::padding,
+               &ViewNode::width, &ViewNode::height, &ViewNode::minHeight, &ViewNode::fillsWidth, &ViewNode::background,
+               &ViewNode::image, &ViewNode::isOn, &ViewNode::pickerStyle, &ViewNode::hidesLabel, &ViewNode::items,
+               &ViewNode::selection, &ViewNode::accessibility, &ViewNode::children> {};
 
 template <>
-struct Fields<ViewEvent> {
-    static constexpr std::tuple rows{Field{"identifier", &ViewEvent::identifier}, Field{"value", &ViewEvent::value}};
-};
+struct Fields<ViewEvent> : FieldsOf<&ViewEvent::identifier, &ViewEvent::value> {};
 
 template <>
-struct Fields<WindowDescription> {
-    static constexpr std::tuple rows{
-        Field{"title", &WindowDescription::title}, Field{"width", &WindowDescription::width},
-        Field{"height", &WindowDescription::height}, Field{"identifier", &WindowDescription::identifier}};
-};
+struct Fields<WindowDescription> : FieldsOf<&WindowDescription::title, &WindowDescription::width,
+                                            &WindowDescription::height, &WindowDescription::identifier> {};
 
 template <>
-struct Fields<Menu> {
-    static constexpr std::tuple rows{Field{"title", &Menu::title}, Field{"items", &Menu::items},
-                                     Field{"listsWindows", &Menu::listsWindows}};
-};
+struct Fields<Menu> : FieldsOf<&Menu::title, &Menu::items, &Menu::listsWindows> {};
 
 template <>
-struct Fields<MenuItem> {
-    static constexpr std::tuple rows{
-        Field{"kind", &MenuItem::kind},
-        Field{"title", &MenuItem::title},
-        Field{"textStyle", &MenuItem::textStyle},
-        Field{"key", &MenuItem::key},
-        Field{"modifiers", &MenuItem::modifiers},
-        Field{"symbol", &MenuItem::symbol},
-        Field{"identifier", &MenuItem::identifier},
-        Field{"representedValue", &MenuItem::representedValue},
-        Field{"isOn", &MenuItem::isOn},
-        Field{"isEnabled", &MenuItem::isEnabled},
-        Field{"isHidden", &MenuItem::isHidden},
-        Field{"action", &MenuItem::action},
-        Field{"submenu", &MenuItem::submenu},
-    };
-};
+struct Fields<MenuItem>
+    : FieldsOf<&MenuItem::kind, &MenuItem::title, &MenuItem::textStyle, &MenuItem::key, &MenuItem::modifiers,
+               &MenuItem::symbol, &MenuItem::identifier, &MenuItem::representedValue, &MenuItem::isOn,
+               &MenuItem::isEnabled, &MenuItem::isHidden, &MenuItem::action, &MenuItem::submenu> {};
 
 template <>
-struct Fields<AboutCreditsStyle> {
-    static constexpr std::tuple rows{Field{"fontSize", &AboutCreditsStyle::fontSize},
-                                     Field{"isSecondary", &AboutCreditsStyle::isSecondary},
-                                     Field{"isCentered", &AboutCreditsStyle::isCentered},
-                                     Field{"extraLineSpacing", &AboutCreditsStyle::extraLineSpacing}};
-};
+struct Fields<AboutCreditsStyle> : FieldsOf<&AboutCreditsStyle::fontSize, &AboutCreditsStyle::isSecondary,
+                                            &AboutCreditsStyle::isCentered, &AboutCreditsStyle::extraLineSpacing> {};
 
 template <>
-struct Fields<AboutPanelContent> {
-    static constexpr std::tuple rows{
-        Field{"applicationName", &AboutPanelContent::applicationName}, Field{"version", &AboutPanelContent::version},
-        Field{"credits", &AboutPanelContent::credits}, Field{"creditsStyle", &AboutPanelContent::creditsStyle}};
-};
+struct Fields<AboutPanelContent> : FieldsOf<&AboutPanelContent::applicationName, &AboutPanelContent::version,
+                                            &AboutPanelContent::credits, &AboutPanelContent::creditsStyle> {};
 
 template <>
-struct Fields<ScreenPoint> {
-    static constexpr std::tuple rows{Field{"x", &ScreenPoint::x}, Field{"y", &ScreenPoint::y}};
-};
+struct Fields<ScreenPoint> : FieldsOf<&ScreenPoint::x, &ScreenPoint::y> {};
 
 template <>
-struct Fields<ShowWindow> {
-    static constexpr std::tuple rows{Field{"window", &ShowWindow::window},
-                                     Field{"description", &ShowWindow::description}};
-};
+struct Fields<ShowWindow> : FieldsOf<&ShowWindow::window, &ShowWindow::description> {};
 
 template <>
-struct Fields<SetWindowContent> {
-    static constexpr std::tuple rows{Field{"window", &SetWindowContent::window},
-                                     Field{"root", &SetWindowContent::root}};
-};
+struct Fields<SetWindowContent> : FieldsOf<&SetWindowContent::window, &SetWindowContent::root> {};
 
 template <>
-struct Fields<OrderWindowFront> {
-    static constexpr std::tuple rows{Field{"window", &OrderWindowFront::window}};
-};
+struct Fields<OrderWindowFront> : FieldsOf<&OrderWindowFront::window> {};
 
 template <>
-struct Fields<DiscardWindow> {
-    static constexpr std::tuple rows{Field{"window", &DiscardWindow::window}};
-};
+struct Fields<DiscardWindow> : FieldsOf<&DiscardWindow::window> {};
 
 template <>
-struct Fields<SetMainMenu> {
-    static constexpr std::tuple rows{Field{"menu", &SetMainMenu::menu}};
-};
+struct Fields<SetMainMenu> : FieldsOf<&SetMainMenu::menu> {};
 
 template <>
-struct Fields<SetActivationPolicy> {
-    static constexpr std::tuple rows{Field{"policy", &SetActivationPolicy::policy}};
-};
+struct Fields<SetActivationPolicy> : FieldsOf<&SetActivationPolicy::policy> {};
 
 template <>
-struct Fields<ShowAboutPanel> {
-    static constexpr std::tuple rows{Field{"content", &ShowAboutPanel::content}};
-};
+struct Fields<ShowAboutPanel> : FieldsOf<&ShowAboutPanel::content> {};
 
 template <>
-struct Fields<UseActivationToken> {
-    static constexpr std::tuple rows{Field{"token", &UseActivationToken::token}};
-};
+struct Fields<UseActivationToken> : FieldsOf<&UseActivationToken::token> {};
 
 template <>
-struct Fields<OpenPopupMenu> {
-    static constexpr std::tuple rows{Field{"menu", &OpenPopupMenu::menu}, Field{"position", &OpenPopupMenu::position}};
-};
+struct Fields<OpenPopupMenu> : FieldsOf<&OpenPopupMenu::menu, &OpenPopupMenu::position> {};
 
 template <>
-struct Fields<UpdatePopupMenu> {
-    static constexpr std::tuple rows{Field{"menu", &UpdatePopupMenu::menu}};
-};
+struct Fields<UpdatePopupMenu> : FieldsOf<&UpdatePopupMenu::menu> {};
 
 template <>
-struct Fields<SetStripReadout> {
-    static constexpr std::tuple rows{Field{"image", &SetStripReadout::image}};
-};
+struct Fields<SetStripReadout> : FieldsOf<&SetStripReadout::image> {};
 
 template <>
-struct Fields<SetStripMenu> {
-    static constexpr std::tuple rows{Field{"menu", &SetStripMenu::menu}};
-};
+struct Fields<SetStripMenu> : FieldsOf<&SetStripMenu::menu> {};
 
 template <>
-struct Fields<ShowStrip> {
-    static constexpr std::tuple rows{Field{"position", &ShowStrip::position}};
-};
+struct Fields<ShowStrip> : FieldsOf<&ShowStrip::position> {};
 
 template <>
-struct Fields<HideStrip> {
-    static constexpr std::tuple<> rows{};
-};
+struct Fields<HideStrip> : FieldsOf<> {};
 
 template <>
 struct Alternatives<WindowRequest> {
@@ -272,57 +168,35 @@ struct Alternatives<WindowRequest> {
 static_assert(namesEveryAlternative<WindowRequest>);
 
 template <>
-struct Fields<Hello> {
-    static constexpr std::tuple rows{Field{"version", &Hello::version}};
-};
+struct Fields<Hello> : FieldsOf<&Hello::version> {};
 
 template <>
-struct Fields<ControlOperated> {
-    static constexpr std::tuple rows{Field{"window", &ControlOperated::window},
-                                     Field{"event", &ControlOperated::event}};
-};
+struct Fields<ControlOperated> : FieldsOf<&ControlOperated::window, &ControlOperated::event> {};
 
 template <>
-struct Fields<WindowVisibilityChanged> {
-    static constexpr std::tuple rows{Field{"window", &WindowVisibilityChanged::window},
-                                     Field{"isVisible", &WindowVisibilityChanged::isVisible},
-                                     Field{"isMiniaturized", &WindowVisibilityChanged::isMiniaturized}};
-};
+struct Fields<WindowVisibilityChanged> : FieldsOf<&WindowVisibilityChanged::window, &WindowVisibilityChanged::isVisible,
+                                                  &WindowVisibilityChanged::isMiniaturized> {};
 
 template <>
-struct Fields<WindowWillClose> {
-    static constexpr std::tuple rows{Field{"window", &WindowWillClose::window}};
-};
+struct Fields<WindowWillClose> : FieldsOf<&WindowWillClose::window> {};
 
 template <>
-struct Fields<MenuWillOpen> {
-    static constexpr std::tuple rows{Field{"place", &MenuWillOpen::place}};
-};
+struct Fields<MenuWillOpen> : FieldsOf<&MenuWillOpen::place> {};
 
 template <>
-struct Fields<MenuDidClose> {
-    static constexpr std::tuple rows{Field{"place", &MenuDidClose::place}};
-};
+struct Fields<MenuDidClose> : FieldsOf<&MenuDidClose::place> {};
 
 template <>
-struct Fields<MenuItemChosen> {
-    static constexpr std::tuple rows{Field{"place", &MenuItemChosen::place}, Field{"item", &MenuItemChosen::item}};
-};
+struct Fields<MenuItemChosen> : FieldsOf<&MenuItemChosen::place, &MenuItemChosen::item> {};
 
 template <>
-struct Fields<MainMenuActionChosen> {
-    static constexpr std::tuple rows{Field{"action", &MainMenuActionChosen::action}};
-};
+struct Fields<MainMenuActionChosen> : FieldsOf<&MainMenuActionChosen::action> {};
 
 template <>
-struct Fields<StripMoved> {
-    static constexpr std::tuple rows{Field{"position", &StripMoved::position}};
-};
+struct Fields<StripMoved> : FieldsOf<&StripMoved::position> {};
 
 template <>
-struct Fields<Reopened> {
-    static constexpr std::tuple<> rows{};
-};
+struct Fields<Reopened> : FieldsOf<> {};
 
 template <>
 struct Alternatives<WindowEvent> {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <string_view>
 #include <variant>
 
 #include "base/Enumeration.h"
@@ -18,17 +16,7 @@ namespace thermopix {
 enum class MenuPlace { popup, strip };
 
 template <>
-struct EnumerationTable<MenuPlace> {
-    struct Row {
-        MenuPlace value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{MenuPlace::popup, "popup"},
-        Row{MenuPlace::strip, "strip"},
-    };
-};
-static_assert(isCompleteTable<MenuPlace>(MenuPlace::strip));
+struct EnumerationTable<MenuPlace> : CaseNames<MenuPlace::strip> {};
 
 /// The process is up and reads requests; its first event.
 struct Hello {

@@ -30,7 +30,7 @@ struct EnumerationTable<PixelPet> {
         Row{PixelPet::ghost, "ghost", "Ghost", "Already dead. Still concerned."},
     };
 };
-static_assert(isCompleteTable<PixelPet>(PixelPet::ghost));
+static_assert(isCompleteTable<PixelPet::ghost>());
 
 /// Every sprite's size in cells.
 inline constexpr std::int64_t petWidth = 8;

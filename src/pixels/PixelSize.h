@@ -22,7 +22,7 @@ struct EnumerationTable<PixelSize> {
         Row{PixelSize::large, "large", "Large", 3.0},
     };
 };
-static_assert(isCompleteTable<PixelSize>(PixelSize::large));
+static_assert(isCompleteTable<PixelSize::large>());
 
 /// Whole points per cell.
 [[nodiscard]] constexpr double cell(PixelSize size) {

@@ -63,7 +63,7 @@ struct EnumerationTable<PixelStyle> {
             {0.5, 0.75}},
     };
 };
-static_assert(isCompleteTable<PixelStyle>(PixelStyle::dotMatrix));
+static_assert(isCompleteTable<PixelStyle::dotMatrix>());
 
 [[nodiscard]] std::span<const PixelStyle> pixelStyleDisplayOrder();
 [[nodiscard]] inline const PixelFont& font(PixelStyle style) {

@@ -30,7 +30,7 @@ struct EnumerationTable<PetMood> {
         Row{PetMood::scorching, "scorching", "Burning", "burning", "Everything is fine. Everything is FINE."},
     };
 };
-static_assert(isCompleteTable<PetMood>(PetMood::scorching));
+static_assert(isCompleteTable<PetMood::scorching>());
 
 struct MoodThreshold {
     PetMood mood;

@@ -27,7 +27,7 @@ struct EnumerationTable<RefreshInterval> {
         Row{RefreshInterval::thirtySeconds, 30, "Every 30 seconds"},
     };
 };
-static_assert(isCompleteTable<RefreshInterval>(RefreshInterval::thirtySeconds));
+static_assert(isCompleteTable<RefreshInterval::thirtySeconds>());
 
 [[nodiscard]] constexpr std::chrono::seconds seconds(RefreshInterval interval) {
     return std::chrono::seconds(row(interval).rawValue);

@@ -39,6 +39,8 @@ constexpr std::array<NamePatterns, 2> hottestStages{siliconPatterns, diePatterns
 constexpr std::array<std::span<const NamePatterns>, caseCount<SensorSource>> stagesOfSources{
     cpuStages, gpuStages, socStages, batteryStages, storageStages, hottestStages,
 };
+static_assert(std::none_of(stagesOfSources.begin(), stagesOfSources.end(),
+                           [](const auto& stages) { return stages.empty(); }));
 
 constexpr std::array displayOrder{
     SensorSource::cpu,     SensorSource::gpu,     SensorSource::soc,

@@ -31,7 +31,7 @@ struct EnumerationTable<SensorSource> {
         Row{SensorSource::hottest, "hottest", "Hottest sensor", "The hottest CPU, GPU or SoC sensor in the machine."},
     };
 };
-static_assert(isCompleteTable<SensorSource>(SensorSource::hottest));
+static_assert(isCompleteTable<SensorSource::hottest>());
 
 /// Substrings of sensor names, tested without regard to case.
 using NamePatterns = std::span<const std::string_view>;

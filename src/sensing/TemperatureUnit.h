@@ -34,7 +34,7 @@ struct EnumerationTable<TemperatureUnit> {
         Row{TemperatureUnit::fahrenheit, "fahrenheit", "Fahrenheit", "°F", "F", 3, {0.0, 150.0}},
     };
 };
-static_assert(isCompleteTable<TemperatureUnit>(TemperatureUnit::fahrenheit));
+static_assert(isCompleteTable<TemperatureUnit::fahrenheit>());
 
 /// Degree sign and letter.
 [[nodiscard]] constexpr std::string_view symbol(TemperatureUnit unit) {

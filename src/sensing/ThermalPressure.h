@@ -26,7 +26,7 @@ struct EnumerationTable<ThermalPressure> {
         Row{ThermalPressure::critical, "critical", "Critical", "critical"},
     };
 };
-static_assert(isCompleteTable<ThermalPressure>(ThermalPressure::critical));
+static_assert(isCompleteTable<ThermalPressure::critical>());
 
 /// From the numbering of `ThermalStateReader`; anything outside 0 to 3 is nominal.
 [[nodiscard]] ThermalPressure thermalPressure(int thermalState);

@@ -24,6 +24,6 @@ struct EnumerationTable<Pane> {
         Row{Pane::about, "about", "About", "info.circle"},
     };
 };
-static_assert(isCompleteTable<Pane>(Pane::about));
+static_assert(isCompleteTable<Pane::about>());
 
 }  // namespace thermopix

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <array>
-#include <string_view>
-
 #include "base/Enumeration.h"
 #include "shell/AboutPanelContent.h"
 #include "shell/Menu.h"
@@ -14,17 +11,7 @@ namespace thermopix {
 enum class ActivationPolicy { regular, accessory };
 
 template <>
-struct EnumerationTable<ActivationPolicy> {
-    struct Row {
-        ActivationPolicy value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{ActivationPolicy::regular, "regular"},
-        Row{ActivationPolicy::accessory, "accessory"},
-    };
-};
-static_assert(isCompleteTable<ActivationPolicy>(ActivationPolicy::accessory));
+struct EnumerationTable<ActivationPolicy> : CaseNames<ActivationPolicy::accessory> {};
 
 /// What the desktop tells the program. Main thread.
 class ApplicationDelegate {

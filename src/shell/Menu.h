@@ -1,10 +1,8 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/Enumeration.h"
@@ -23,52 +21,17 @@ enum class MenuTextStyle {
 };
 
 template <>
-struct EnumerationTable<MenuTextStyle> {
-    struct Row {
-        MenuTextStyle value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{MenuTextStyle::standard, "standard"},
-        Row{MenuTextStyle::headline, "headline"},
-        Row{MenuTextStyle::caption, "caption"},
-    };
-};
-static_assert(isCompleteTable<MenuTextStyle>(MenuTextStyle::caption));
+struct EnumerationTable<MenuTextStyle> : CaseNames<MenuTextStyle::caption> {};
 
 enum class MenuItemKind { action, information, sectionHeader, separator, submenu };
 
 template <>
-struct EnumerationTable<MenuItemKind> {
-    struct Row {
-        MenuItemKind value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{MenuItemKind::action, "action"},
-        Row{MenuItemKind::information, "information"},
-        Row{MenuItemKind::sectionHeader, "sectionHeader"},
-        Row{MenuItemKind::separator, "separator"},
-        Row{MenuItemKind::submenu, "submenu"},
-    };
-};
-static_assert(isCompleteTable<MenuItemKind>(MenuItemKind::submenu));
+struct EnumerationTable<MenuItemKind> : CaseNames<MenuItemKind::submenu> {};
 
 enum class KeyModifiers { command, commandOption, commandShift };
 
 template <>
-struct EnumerationTable<KeyModifiers> {
-    struct Row {
-        KeyModifiers value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{KeyModifiers::command, "command"},
-        Row{KeyModifiers::commandOption, "commandOption"},
-        Row{KeyModifiers::commandShift, "commandShift"},
-    };
-};
-static_assert(isCompleteTable<KeyModifiers>(KeyModifiers::commandShift));
+struct EnumerationTable<KeyModifiers> : CaseNames<KeyModifiers::commandShift> {};
 
 /// What an item does. The first group belongs to this program's controllers; the rest are the platform's standard
 /// actions, sent to whatever has the focus.
@@ -98,37 +61,7 @@ enum class MenuAction {
 };
 
 template <>
-struct EnumerationTable<MenuAction> {
-    struct Row {
-        MenuAction value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{MenuAction::none, "none"},
-        Row{MenuAction::selectPet, "selectPet"},
-        Row{MenuAction::selectUnit, "selectUnit"},
-        Row{MenuAction::selectStyle, "selectStyle"},
-        Row{MenuAction::openPreferencesItem, "openPreferencesItem"},
-        Row{MenuAction::checkForUpdates, "checkForUpdates"},
-        Row{MenuAction::showAbout, "showAbout"},
-        Row{MenuAction::quit, "quit"},
-        Row{MenuAction::showAboutPanel, "showAboutPanel"},
-        Row{MenuAction::hide, "hide"},
-        Row{MenuAction::hideOtherApplications, "hideOtherApplications"},
-        Row{MenuAction::unhideAllApplications, "unhideAllApplications"},
-        Row{MenuAction::terminate, "terminate"},
-        Row{MenuAction::undo, "undo"},
-        Row{MenuAction::redo, "redo"},
-        Row{MenuAction::cut, "cut"},
-        Row{MenuAction::copy, "copy"},
-        Row{MenuAction::paste, "paste"},
-        Row{MenuAction::selectAll, "selectAll"},
-        Row{MenuAction::performClose, "performClose"},
-        Row{MenuAction::performMiniaturize, "performMiniaturize"},
-        Row{MenuAction::arrangeInFront, "arrangeInFront"},
-    };
-};
-static_assert(isCompleteTable<MenuAction>(MenuAction::arrangeInFront));
+struct EnumerationTable<MenuAction> : CaseNames<MenuAction::arrangeInFront> {};
 
 struct MenuItem;
 

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -35,84 +33,29 @@ enum class ViewKind {
 };
 
 template <>
-struct EnumerationTable<ViewKind> {
-    struct Row {
-        ViewKind value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{ViewKind::stack, "stack"},           Row{ViewKind::text, "text"},       Row{ViewKind::symbol, "symbol"},
-        Row{ViewKind::pixelImage, "pixelImage"}, Row{ViewKind::button, "button"},   Row{ViewKind::toggle, "toggle"},
-        Row{ViewKind::picker, "picker"},         Row{ViewKind::divider, "divider"}, Row{ViewKind::spacer, "spacer"},
-        Row{ViewKind::scroll, "scroll"},
-    };
-};
-static_assert(isCompleteTable<ViewKind>(ViewKind::scroll));
+struct EnumerationTable<ViewKind> : CaseNames<ViewKind::scroll> {};
 
 enum class Axis { horizontal, vertical };
 
 template <>
-struct EnumerationTable<Axis> {
-    struct Row {
-        Axis value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{Axis::horizontal, "horizontal"},
-        Row{Axis::vertical, "vertical"},
-    };
-};
-static_assert(isCompleteTable<Axis>(Axis::vertical));
+struct EnumerationTable<Axis> : CaseNames<Axis::vertical> {};
 
 /// Across a stack's axis.
 enum class Alignment { leading, center, trailing };
 
 template <>
-struct EnumerationTable<Alignment> {
-    struct Row {
-        Alignment value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{Alignment::leading, "leading"},
-        Row{Alignment::center, "center"},
-        Row{Alignment::trailing, "trailing"},
-    };
-};
-static_assert(isCompleteTable<Alignment>(Alignment::trailing));
+struct EnumerationTable<Alignment> : CaseNames<Alignment::trailing> {};
 
 enum class PickerStyle { segmented, menu };
 
 template <>
-struct EnumerationTable<PickerStyle> {
-    struct Row {
-        PickerStyle value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{PickerStyle::segmented, "segmented"},
-        Row{PickerStyle::menu, "menu"},
-    };
-};
-static_assert(isCompleteTable<PickerStyle>(PickerStyle::menu));
+struct EnumerationTable<PickerStyle> : CaseNames<PickerStyle::menu> {};
 
 /// A colour by its purpose; the platform's palette says what it is.
 enum class ColorRole { primary, secondary, tertiary, accent, onAccent, separator, sidebar, card };
 
 template <>
-struct EnumerationTable<ColorRole> {
-    struct Row {
-        ColorRole value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{ColorRole::primary, "primary"},   Row{ColorRole::secondary, "secondary"},
-        Row{ColorRole::tertiary, "tertiary"}, Row{ColorRole::accent, "accent"},
-        Row{ColorRole::onAccent, "onAccent"}, Row{ColorRole::separator, "separator"},
-        Row{ColorRole::sidebar, "sidebar"},   Row{ColorRole::card, "card"},
-    };
-};
-static_assert(isCompleteTable<ColorRole>(ColorRole::card));
+struct EnumerationTable<ColorRole> : CaseNames<ColorRole::card> {};
 
 struct RoleColor {
     ColorRole role = ColorRole::primary;

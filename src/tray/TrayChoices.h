@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string_view>
 
@@ -13,53 +12,18 @@ namespace thermopix {
 enum class TrayPlace { automatic, tray, strip, terminal };
 
 template <>
-struct EnumerationTable<TrayPlace> {
-    struct Row {
-        TrayPlace value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{TrayPlace::automatic, "automatic"},
-        Row{TrayPlace::tray, "tray"},
-        Row{TrayPlace::strip, "strip"},
-        Row{TrayPlace::terminal, "terminal"},
-    };
-};
-static_assert(isCompleteTable<TrayPlace>(TrayPlace::terminal));
+struct EnumerationTable<TrayPlace> : CaseNames<TrayPlace::terminal> {};
 
 enum class TrayShapeChoice { automatic, wide, square };
 
 template <>
-struct EnumerationTable<TrayShapeChoice> {
-    struct Row {
-        TrayShapeChoice value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{TrayShapeChoice::automatic, "automatic"},
-        Row{TrayShapeChoice::wide, "wide"},
-        Row{TrayShapeChoice::square, "square"},
-    };
-};
-static_assert(isCompleteTable<TrayShapeChoice>(TrayShapeChoice::square));
+struct EnumerationTable<TrayShapeChoice> : CaseNames<TrayShapeChoice::square> {};
 
 /// `mid` shows on light and on dark bars alike.
 enum class TrayInkTone { automatic, light, dark, mid };
 
 template <>
-struct EnumerationTable<TrayInkTone> {
-    struct Row {
-        TrayInkTone value;
-        std::string_view rawValue;
-    };
-    static constexpr std::array rows{
-        Row{TrayInkTone::automatic, "automatic"},
-        Row{TrayInkTone::light, "light"},
-        Row{TrayInkTone::dark, "dark"},
-        Row{TrayInkTone::mid, "mid"},
-    };
-};
-static_assert(isCompleteTable<TrayInkTone>(TrayInkTone::mid));
+struct EnumerationTable<TrayInkTone> : CaseNames<TrayInkTone::mid> {};
 
 struct TrayInkChoice {
     TrayInkTone tone = TrayInkTone::automatic;

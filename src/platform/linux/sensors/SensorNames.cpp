@@ -42,6 +42,8 @@ constexpr std::array families{
     FamilyRow{SensorFamily::other, "", ChipInName::always, std::nullopt},
 };
 
+static_assert(hasRowPerCase<SensorFamily::other>(families, &FamilyRow::family));
+
 const FamilyRow& rowOf(SensorFamily family) {
     return families[static_cast<std::size_t>(family)];
 }
