@@ -74,10 +74,10 @@ TEST_F(AppEnvironmentTest, ShowPreferencesAloneKeepsTheRealServices) {
     EXPECT_EQ(&environment.updater(), platform.updater);
 }
 
-TEST_F(AppEnvironmentTest, UnitTestVariableGetsTheFakeUpdaterAlone) {
-    for (const std::string value : {"", "/tmp/configuration"}) {
-        const EnvironmentVariables variables{{"XCTestConfigurationFilePath", value}};
-        platform.loginItem = nullptr;
+TEST_F(AppEnvironmentTest, UnitTestsGetTheFakeUpdaterAlone) {
+    constexpr auto variable = "XCTestConfigurationFilePath";
+    for (const auto& variables : std::vector<EnvironmentVariables>{{{variable, ""}}, {{variable, "/tmp/x"}}, {}}) {
+        platform.insideUnitTestHost = variables.empty();
         auto environment = made({"thermopix"}, variables);
         EXPECT_TRUE(AppEnvironment::isRunningUnitTests(variables, platform));
         EXPECT_NE(dynamic_cast<FakeUpdater*>(&environment.updater()), nullptr);
@@ -85,15 +85,6 @@ TEST_F(AppEnvironmentTest, UnitTestVariableGetsTheFakeUpdaterAlone) {
         EXPECT_EQ(&environment.loginItem(), platform.loginItem);
         EXPECT_FALSE(environment.isUITest());
     }
-}
-
-TEST_F(AppEnvironmentTest, UnitTestHostGetsTheFakeUpdaterAlone) {
-    platform.insideUnitTestHost = true;
-    auto environment = made({"thermopix"});
-    EXPECT_TRUE(AppEnvironment::isRunningUnitTests({}, platform));
-    EXPECT_EQ(platform.updatersMade, 0);
-    EXPECT_NE(dynamic_cast<FakeUpdater*>(&environment.updater()), nullptr);
-    EXPECT_EQ(&environment.loginItem(), platform.loginItem);
 }
 
 TEST_F(AppEnvironmentTest, OrdinaryProcessIsNoUnitTest) {
@@ -111,23 +102,19 @@ TEST_F(AppEnvironmentTest, NamedSuiteHoldsTheSettings) {
     EXPECT_FALSE(environment.isUITest());
 }
 
-TEST_F(AppEnvironmentTest, SuiteThatCannotBeOpenedFallsBackSilently) {
+TEST_F(AppEnvironmentTest, WithoutASuiteThatCanBeOpenedTheStandardSettingsAreUsed) {
     Preferences preferences;
     preferences.pet = PixelPet::mac;
     store(*platform.databases.standardDefaults, preferences);
     platform.databases.unopenableSuite = "../elsewhere";
-    auto environment = made({"thermopix", "--uitest-fake-sensor", "--uitest-defaults-suite", "../elsewhere"});
-    EXPECT_EQ(environment.preferences().pet, PixelPet::mac);
-    EXPECT_EQ(platform.recordingLog.lines, Words{});
-}
-
-TEST_F(AppEnvironmentTest, SuiteFlagAsTheLastArgumentUsesTheStandardSettings) {
-    Preferences preferences;
-    preferences.pet = PixelPet::mac;
-    store(*platform.databases.standardDefaults, preferences);
-    auto environment = made({"thermopix", "--uitest-defaults-suite"});
-    EXPECT_EQ(environment.preferences().pet, PixelPet::mac);
-    EXPECT_TRUE(platform.databases.suites.empty());
+    for (const Words& arguments :
+         {Words{"thermopix", "--uitest-fake-sensor", "--uitest-defaults-suite", "../elsewhere"},
+          Words{"thermopix", "--uitest-fake-sensor", "--uitest-defaults-suite"}}) {
+        auto environment = made(arguments);
+        EXPECT_EQ(environment.preferences().pet, PixelPet::mac);
+        EXPECT_TRUE(platform.databases.suites.empty());
+        EXPECT_EQ(platform.recordingLog.lines, Words{});
+    }
 }
 
 TEST_F(AppEnvironmentTest, BuildingWritesNoSettingsAndStartsNoTimer) {

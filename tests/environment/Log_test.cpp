@@ -67,30 +67,17 @@ TEST(Log, WritesEachMessageToTheSystemLogAndAsOneLineToStandardError) {
                                                                 {"login", "setOpenAtLogin(true) failed: 3°"}}));
 }
 
-TEST(Log, WritesALongMessageInOnePiece) {
-    RecordingSystemLog systemLog;
-    Log log(systemLog);
-    const StandardErrorCapture capture;
-    const std::string message(5000, 'x');
-    log.diag("sensor", message);
-    EXPECT_EQ(capture.writes(), std::vector{"[Thermopix/sensor] " + message + "\n"});
-}
-
-TEST(Log, TakesFormattingCharactersAsTheyAre) {
-    RecordingSystemLog systemLog;
-    Log log(systemLog);
-    const StandardErrorCapture capture;
-    log.diag("sensor", "100%s {} {0}");
-    EXPECT_EQ(capture.writes(), std::vector<std::string>{"[Thermopix/sensor] 100%s {} {0}\n"});
-}
-
-TEST(Log, RepairsWhatIsNoUtf8) {
-    RecordingSystemLog systemLog;
-    Log log(systemLog);
-    const StandardErrorCapture capture;
-    log.diag("sensor", "name \xff.");
-    EXPECT_EQ(capture.writes(), std::vector<std::string>{"[Thermopix/sensor] name \uFFFD.\n"});
-    EXPECT_EQ(systemLog.messages.front().second, "name \uFFFD.");
+TEST(Log, WritesAMessageInOnePieceAndAsItIsButForBadBytes) {
+    const std::string longMessage(5000, 'x');
+    for (const auto& [message, written] : std::vector<std::pair<std::string, std::string>>{
+             {longMessage, longMessage}, {"100%s {} {0}", "100%s {} {0}"}, {"name \xff.", "name \uFFFD."}}) {
+        RecordingSystemLog systemLog;
+        Log log(systemLog);
+        const StandardErrorCapture capture;
+        log.diag("sensor", message);
+        EXPECT_EQ(capture.writes(), std::vector{"[Thermopix/sensor] " + written + "\n"});
+        EXPECT_EQ(systemLog.messages.front().second, written);
+    }
 }
 
 }  // namespace

@@ -180,20 +180,5 @@ TEST(Preferences, ManyMembersAreHarmless) {
     EXPECT_EQ(decodePreferences(document + R"("pet":"mac"})"), defaultsWith(&Preferences::pet, PixelPet::mac));
 }
 
-TEST(Preferences, EqualityComparesEveryField) {
-    const Preferences plain;
-    EXPECT_NE(plain, defaultsWith(&Preferences::unit, TemperatureUnit::fahrenheit));
-    EXPECT_NE(plain, defaultsWith(&Preferences::style, PixelStyle::micro));
-    EXPECT_NE(plain, defaultsWith(&Preferences::size, PixelSize::large));
-    EXPECT_NE(plain, defaultsWith(&Preferences::pet, PixelPet::none));
-    EXPECT_NE(plain, defaultsWith(&Preferences::source, SensorSource::gpu));
-    EXPECT_NE(plain, defaultsWith(&Preferences::refreshInterval, RefreshInterval::oneSecond));
-    EXPECT_NE(plain, defaultsWith(&Preferences::showsUnitLetter, true));
-    EXPECT_NE(plain, defaultsWith(&Preferences::openAtLogin, true));
-    EXPECT_NE(plain, defaultsWith(&Preferences::showPreferencesOnLaunch, true));
-    EXPECT_NE(plain, defaultsWith(&Preferences::showInDock, true));
-    EXPECT_NE(plain, defaultsWith(&Preferences::checkForUpdatesAutomatically, false));
-}
-
 }  // namespace
 }  // namespace thermopix

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 #include <vector>
 
@@ -121,16 +120,11 @@ TEST_F(StatusMenuControllerTest, APetsReadingHasItsMoodWordItsMoodLineAndTheSens
 
 TEST_F(StatusMenuControllerTest, EveryMoodHasAWordAndALine) {
     environment.store().set(&Preferences::pet, PixelPet::ghost);
-    const auto moodLines = [this](PetMood mood) {
+    for (const PetMood mood : allCases<PetMood>()) {
         controller.update(reading(57, mood));
-        const auto& items = controller.menu().items;
-        return std::array{items[0].title, items[1].title};
-    };
-    EXPECT_EQ(moodLines(PetMood::chilly), (std::array<std::string, 2>{"Cold — 57°C", "Barely awake."}));
-    EXPECT_EQ(moodLines(PetMood::content), (std::array<std::string, 2>{"Comfy — 57°C", "Perfectly comfortable."}));
-    EXPECT_EQ(moodLines(PetMood::warm), (std::array<std::string, 2>{"Toasty — 57°C", "Getting a bit toasty."}));
-    EXPECT_EQ(moodLines(PetMood::scorching),
-              (std::array<std::string, 2>{"Burning — 57°C", "Everything is fine. Everything is FINE."}));
+        EXPECT_EQ(controller.menu().items[0].title, std::string(title(mood)) + " — 57°C");
+        EXPECT_EQ(controller.menu().items[1].title, caption(mood));
+    }
 }
 
 TEST_F(StatusMenuControllerTest, WithoutAPetTheReadingStandsAloneAndTheSensorLineIsNotRepeated) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -45,68 +46,52 @@ protected:
     std::unique_ptr<HIDTemperatureSensor> sensor;
 };
 
-TEST_F(HIDTemperatureSensorTest, AMissingSymbolIsNamed) {
-    loader.missing = {"IOHIDServiceClientCopyEvent", "IOHIDEventGetFloatValue"};
-    publish(1);
-    auto& started = start();
-    EXPECT_EQ(started.availability(),
-              Availability(HIDTemperatureSensor::SymbolsUnavailable{"IOHIDServiceClientCopyEvent"}));
-    EXPECT_FALSE(started.isAvailable());
-    EXPECT_TRUE(started.sample().empty());
-    EXPECT_EQ(log.lines, Lines{"sensor: unavailable — IOKit symbol IOHIDServiceClientCopyEvent did not resolve"});
-}
+TEST(HIDTemperatureSensor, SaysWhyThereIsNothingToRead) {
+    using Sensor = HIDTemperatureSensor;
+    struct Case {
+        std::function<void(ScriptedHIDLoader&)> lack;
+        Availability availability;
+        std::string reason;
+        /// Whether a refresh finds what is there later.
+        bool isFinal;
+    };
+    const std::vector<Case> cases{
+        {[](auto& loader) {
+             loader.missing = {"IOHIDServiceClientCopyEvent", "IOHIDEventGetFloatValue"};
+         },
+         Sensor::SymbolsUnavailable{"IOHIDServiceClientCopyEvent"},
+         "IOKit symbol IOHIDServiceClientCopyEvent did not resolve", true},
+        {[](auto& loader) { loader.opens = false; }, Sensor::SymbolsUnavailable{"dlopen(IOKit.framework)"},
+         "IOKit symbol dlopen(IOKit.framework) did not resolve", true},
+        {[](auto& loader) { loader.createsClient = false; }, Sensor::ClientUnavailable{},
+         "IOHIDEventSystemClientCreate returned null", true},
+        {[](auto& loader) { loader.listsServices = false; }, Sensor::NoSensorsPublished{0},
+         "no thermal HID services on this Mac", false},
+        {[](auto& /*loader*/) {}, Sensor::NoSensorsPublished{0}, "no thermal HID services on this Mac", false},
+        {[](auto& loader) {
+             loader.services = {{std::nullopt, 40}, {"", 40}, {"a number", 40, false}, {std::nullopt, 41}};
+         },
+         Sensor::NoSensorsPublished{4}, "4 thermal HID services, none with a Product name", false},
+    };
+    for (const auto& [lack, availability, reason, isFinal] : cases) {
+        ScriptedHIDLoader loader;
+        RecordingLog log;
+        lack(loader);
+        HIDTemperatureSensor sensor(loader, log);
+        EXPECT_EQ(sensor.availability(), availability) << reason;
+        EXPECT_FALSE(sensor.isAvailable()) << reason;
+        EXPECT_TRUE(sensor.sample().empty()) << reason;
+        EXPECT_EQ(log.lines, Lines{"sensor: unavailable — " + reason});
+        EXPECT_EQ(ScriptedHIDLoader::liveObjects, isFinal ? 0 : 1) << "only the client is held: " << reason;
 
-TEST_F(HIDTemperatureSensorTest, AFrameworkThatDoesNotOpenIsNamedLikeASymbol) {
-    loader.opens = false;
-    EXPECT_EQ(start().availability(),
-              Availability(HIDTemperatureSensor::SymbolsUnavailable{"dlopen(IOKit.framework)"}));
-    EXPECT_EQ(log.lines, Lines{"sensor: unavailable — IOKit symbol dlopen(IOKit.framework) did not resolve"});
-}
-
-TEST_F(HIDTemperatureSensorTest, MissingSymbolsAreFinal) {
-    loader.missing = {"IOHIDEventGetFloatValue"};
-    auto& started = start();
-    loader.missing.clear();
-    publish(1);
-    started.refresh();
-    EXPECT_EQ(started.availability(),
-              Availability(HIDTemperatureSensor::SymbolsUnavailable{"IOHIDEventGetFloatValue"}));
-    EXPECT_EQ(log.lines.size(), 1U);
-}
-
-TEST_F(HIDTemperatureSensorTest, AMissingClientIsFinal) {
-    loader.createsClient = false;
-    publish(1);
-    auto& started = start();
-    EXPECT_EQ(started.availability(), Availability(HIDTemperatureSensor::ClientUnavailable{}));
-    EXPECT_EQ(log.lines, Lines{"sensor: unavailable — IOHIDEventSystemClientCreate returned null"});
-
-    loader.createsClient = true;
-    started.refresh();
-    EXPECT_EQ(started.availability(), Availability(HIDTemperatureSensor::ClientUnavailable{}));
-    EXPECT_FALSE(started.isAvailable());
-    EXPECT_TRUE(started.sample().empty());
-    EXPECT_EQ(log.lines.size(), 1U);
-}
-
-TEST_F(HIDTemperatureSensorTest, NoListOfServicesIsNoServices) {
-    loader.listsServices = false;
-    EXPECT_EQ(start().availability(), Availability(HIDTemperatureSensor::NoSensorsPublished{0}));
-    EXPECT_EQ(log.lines, Lines{"sensor: unavailable — no thermal HID services on this Mac"});
-}
-
-TEST_F(HIDTemperatureSensorTest, AnEmptyListOfServicesIsNoServices) {
-    EXPECT_EQ(start().availability(), Availability(HIDTemperatureSensor::NoSensorsPublished{0}));
-    EXPECT_EQ(log.lines, Lines{"sensor: unavailable — no thermal HID services on this Mac"});
-}
-
-TEST_F(HIDTemperatureSensorTest, ServicesWithoutANameAreCountedButNotKept) {
-    loader.services = {{std::nullopt, 40}, {"", 40}, {"a number", 40, false}, {std::nullopt, 41}};
-    auto& started = start();
-    EXPECT_EQ(started.availability(), Availability(HIDTemperatureSensor::NoSensorsPublished{4}));
-    EXPECT_FALSE(started.isAvailable());
-    EXPECT_EQ(log.lines, Lines{"sensor: unavailable — 4 thermal HID services, none with a Product name"});
-    EXPECT_EQ(ScriptedHIDLoader::liveObjects, 1) << "only the client is held";
+        loader.missing.clear();
+        loader.opens = loader.createsClient = loader.listsServices = true;
+        loader.services = {{"late", 40}};
+        sensor.refresh();
+        EXPECT_EQ(sensor.isAvailable(), !isFinal) << reason;
+        EXPECT_EQ(log.lines.size(), isFinal ? 1U : 2U) << reason;
+    }
+    EXPECT_EQ(ScriptedHIDLoader::liveObjects, 0) << "every owned object is released exactly once";
 }
 
 TEST_F(HIDTemperatureSensorTest, EqualNamesAreTwoSensors) {
@@ -282,13 +267,6 @@ TEST(HIDAvailability, IsSummarisedInOneLine) {
     EXPECT_EQ(summary(HIDTemperatureSensor::NoSensorsPublished{1}),
               "unavailable — 1 thermal HID services, none with a Product name");
     EXPECT_EQ(summary(HIDTemperatureSensor::SymbolsUnavailable{"x"}), "unavailable — IOKit symbol x did not resolve");
-}
-
-TEST(HIDAvailability, IsEqualByCaseAndPayload) {
-    const Availability ready = HIDTemperatureSensor::Ready{1};
-    EXPECT_EQ(ready, Availability(HIDTemperatureSensor::Ready{1}));
-    EXPECT_NE(ready, Availability(HIDTemperatureSensor::Ready{2}));
-    EXPECT_NE(ready, Availability(HIDTemperatureSensor::NoSensorsPublished{1}));
 }
 
 }  // namespace

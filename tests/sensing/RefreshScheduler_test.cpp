@@ -35,6 +35,21 @@ protected:
         return std::exchange(events, {});
     }
 
+    /// Running, with the first tick behind it.
+    void tickOnce(RefreshInterval interval = RefreshInterval::oneSecond) {
+        scheduler->start(interval);
+        EXPECT_EQ(loop.scheduled.back().period, seconds(interval));
+        (void)happened();
+    }
+    void sleepAndWake() {
+        sleep.send(SleepNotification::willSleep);
+        sleep.send(SleepNotification::didWake);
+    }
+    void expectNothingLeft() const {
+        EXPECT_EQ(loop.activeTimerCount(), 0U);
+        EXPECT_EQ(sleep.activeCount(), 0U);
+    }
+
     ManualMainLoop loop;
     ManualSleepNotifications sleep;
     Events events;
@@ -72,8 +87,7 @@ TEST_F(RefreshSchedulerTest, EveryIntervalAsksForItsPeriodAndLeeway) {
 }
 
 TEST_F(RefreshSchedulerTest, TheIntervalInUseChangesNothing) {
-    scheduler->start(RefreshInterval::fiveSeconds);
-    (void)happened();
+    tickOnce(RefreshInterval::fiveSeconds);
     scheduler->setInterval(RefreshInterval::fiveSeconds);
     EXPECT_EQ(happened(), Events{});
     EXPECT_EQ(loop.scheduled.size(), 1U);
@@ -98,8 +112,7 @@ TEST_F(RefreshSchedulerTest, ANewIntervalWhileStoppedWaitsForTheStart) {
 }
 
 TEST_F(RefreshSchedulerTest, ANewIntervalWhileAsleepWaitsForTheWake) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
+    tickOnce();
     sleep.send(SleepNotification::willSleep);
     scheduler->setInterval(RefreshInterval::thirtySeconds);
     EXPECT_EQ(loop.activeTimerCount(), 0U);
@@ -131,8 +144,7 @@ TEST_F(RefreshSchedulerTest, StartingTwiceObservesOnce) {
 }
 
 TEST_F(RefreshSchedulerTest, SleepsWithoutATimerAndWakesOnce) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
+    tickOnce();
     sleep.send(SleepNotification::willSleep);
     EXPECT_TRUE(scheduler->isAsleep());
     EXPECT_TRUE(scheduler->isRunning());
@@ -147,28 +159,25 @@ TEST_F(RefreshSchedulerTest, SleepsWithoutATimerAndWakesOnce) {
     EXPECT_EQ(happenedWithin(1s), Events{"tick"});
 }
 
-TEST_F(RefreshSchedulerTest, DisplaysAndMachineSleepingWakeOnceTogether) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
-    for (const auto notification : {SleepNotification::screensDidSleep, SleepNotification::willSleep,
-                                    SleepNotification::didWake, SleepNotification::screensDidWake}) {
-        sleep.send(notification);
+TEST_F(RefreshSchedulerTest, HoweverMachineAndDisplaysSleepItWakesOnce) {
+    using enum SleepNotification;
+    tickOnce();
+    for (const auto& [sleeps, wakes] :
+         std::vector<std::pair<std::vector<SleepNotification>, std::vector<SleepNotification>>>{
+             {{screensDidSleep}, {screensDidWake}}, {{screensDidSleep, willSleep}, {didWake, screensDidWake}}}) {
+        for (const auto notification : sleeps) {
+            sleep.send(notification);
+        }
+        EXPECT_EQ(happenedWithin(1h), Events{});
+        for (const auto notification : wakes) {
+            sleep.send(notification);
+        }
+        EXPECT_EQ(happened(), (Events{"wake", "tick"}));
     }
-    EXPECT_EQ(happened(), (Events{"wake", "tick"}));
-}
-
-TEST_F(RefreshSchedulerTest, SleepingDisplaysAloneRestTheTimerToo) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
-    sleep.send(SleepNotification::screensDidSleep);
-    EXPECT_EQ(happenedWithin(1h), Events{});
-    sleep.send(SleepNotification::screensDidWake);
-    EXPECT_EQ(happened(), (Events{"wake", "tick"}));
 }
 
 TEST_F(RefreshSchedulerTest, AWakeWithoutASleepIsIgnored) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
+    tickOnce();
     sleep.send(SleepNotification::didWake);
     sleep.send(SleepNotification::screensDidWake);
     EXPECT_EQ(happened(), Events{});
@@ -197,8 +206,7 @@ TEST_F(RefreshSchedulerTest, StartingWhileAsleepWaitsForTheWake) {
 }
 
 TEST_F(RefreshSchedulerTest, StoppingWhileAsleepWakesIdle) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
+    tickOnce();
     sleep.send(SleepNotification::willSleep);
     scheduler->stop();
     sleep.send(SleepNotification::didWake);
@@ -210,20 +218,17 @@ TEST_F(RefreshSchedulerTest, WithoutCallbacksItRunsInSilence) {
     scheduler->onWake = nullptr;
     scheduler->start(RefreshInterval::oneSecond);
     loop.advance(3s);
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
+    sleepAndWake();
     EXPECT_EQ(happenedWithin(1s), Events{});
     EXPECT_EQ(loop.firings, 6);
 }
 
 TEST_F(RefreshSchedulerTest, TheCallbacksSetLastAreCalled) {
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
+    tickOnce();
     scheduler->onTick = [this] { events.emplace_back("other tick"); };
     scheduler->onWake = [this] { events.emplace_back("other wake"); };
     EXPECT_EQ(happenedWithin(1s), Events{"other tick"});
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
+    sleepAndWake();
     EXPECT_EQ(happened(), (Events{"other wake", "other tick"}));
 }
 
@@ -240,10 +245,8 @@ TEST_F(RefreshSchedulerTest, ACallbackMayReplaceItself) {
     scheduler->start(RefreshInterval::oneSecond);
     EXPECT_EQ(happened(), Events{name});
     EXPECT_EQ(happenedWithin(1s), Events{"second"});
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
+    sleepAndWake();
+    sleepAndWake();
     EXPECT_EQ(happened(), (Events{name, "second"}));
 }
 
@@ -263,10 +266,8 @@ TEST_F(RefreshSchedulerTest, ATickMayStopOrChangeTheInterval) {
 
 TEST_F(RefreshSchedulerTest, WakingMayStopTheScheduler) {
     scheduler->onWake = [this] { scheduler->stop(); };
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
+    tickOnce();
+    sleepAndWake();
     EXPECT_EQ(happenedWithin(10s), Events{});
 }
 
@@ -278,8 +279,7 @@ TEST_F(RefreshSchedulerTest, ATickMayDestroyTheScheduler) {
     };
     scheduler->start(RefreshInterval::oneSecond);
     EXPECT_EQ(happenedWithin(10s), Events{name});
-    EXPECT_EQ(loop.activeTimerCount(), 0U);
-    EXPECT_EQ(sleep.activeCount(), 0U);
+    expectNothingLeft();
 }
 
 TEST_F(RefreshSchedulerTest, WakingMayDestroyTheScheduler) {
@@ -288,23 +288,18 @@ TEST_F(RefreshSchedulerTest, WakingMayDestroyTheScheduler) {
         scheduler.reset();
         events.push_back(name);
     };
-    scheduler->start(RefreshInterval::oneSecond);
-    (void)happened();
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
+    tickOnce();
+    sleepAndWake();
     sleep.send(SleepNotification::screensDidWake);
     EXPECT_EQ(happenedWithin(10s), Events{name});
-    EXPECT_EQ(loop.activeTimerCount(), 0U);
-    EXPECT_EQ(sleep.activeCount(), 0U);
+    expectNothingLeft();
 }
 
 TEST_F(RefreshSchedulerTest, DestructionEndsTimerAndObservers) {
     scheduler->start(RefreshInterval::oneSecond);
     scheduler.reset();
-    EXPECT_EQ(loop.activeTimerCount(), 0U);
-    EXPECT_EQ(sleep.activeCount(), 0U);
-    sleep.send(SleepNotification::willSleep);
-    sleep.send(SleepNotification::didWake);
+    expectNothingLeft();
+    sleepAndWake();
     EXPECT_EQ(happenedWithin(10s), Events{});
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,22 @@ protected:
         for (std::int64_t i = 0; i < count; ++i) {
             (void)poll();
         }
+    }
+
+    [[nodiscard]] std::string shownFor(const std::string& readings) {
+        std::istringstream words(readings);
+        std::string all;
+        for (std::string word; words >> word;) {
+            sensor.samples.clear();
+            if (word != "-") {
+                read(std::stod(word));
+            }
+            const Display display = poll();
+            all += all.empty() ? "" : ", ";
+            all += display.value ? std::to_string(*display.value) : "--";
+            all += " " + std::string(rawValue(display.mood)) + (display.isHot ? " hot" : "");
+        }
+        return all;
     }
 
     FakeTemperatureSensor sensor{FakeTemperatureSensor::appleSiliconFixture(), true};
@@ -96,56 +113,36 @@ TEST_F(TemperatureMonitorTest, ResetKeepsTheLastSamples) {
     EXPECT_EQ(monitor.lastSamples(), samples);
 }
 
-TEST_F(TemperatureMonitorTest, IsHotFromTheThresholdOn) {
-    read(84.99);
-    EXPECT_EQ(poll(), (Display{85, celsius, ThermalPressure::nominal, false, PetMood::warm}));
-    monitor.reset();
-    read(85.0);
-    EXPECT_EQ(poll(), (Display{85, celsius, ThermalPressure::nominal, true, PetMood::scorching}));
-}
-
-TEST_F(TemperatureMonitorTest, JudgesHeatAndMoodByTheBlend) {
-    read(60);
-    (void)poll();
-    read(100);
-    EXPECT_EQ(poll(), (Display{76, celsius, ThermalPressure::nominal, false, PetMood::warm}));
-    EXPECT_EQ(poll(), (Display{86, celsius, ThermalPressure::nominal, true, PetMood::scorching}));
+TEST_F(TemperatureMonitorTest, ShowsWhatItsReadingsAmountTo) {
+    struct Case {
+        /// One a poll; "-" where there is none.
+        std::string readings;
+        std::string shown;
+    };
+    const std::vector<Case> cases{
+        {"84.99", "85 warm"},
+        {"85", "85 scorching hot"},
+        // Heat and mood are judged by the blend, and the mood cools reluctantly.
+        {"60 100 100", "60 content, 76 warm, 86 scorching hot"},
+        {"46 42 20", "46 content, 44 content, 35 chilly"},
+        // Two failures keep value and mood, the third blanks them.
+        {"70 - - -", "70 warm, 70 warm, 70 warm, -- content"},
+        {"90 -", "90 scorching hot, 90 scorching hot"},
+        {"- -", "-- content, -- content"},
+        // The blend outlives what is held, and no blank.
+        {"50 - - 60", "50 content, 50 content, 50 content, 54 content"},
+        {"50 - - - 60", "50 content, 50 content, 50 content, -- content, 60 content"},
+    };
+    for (const auto& [readings, shown] : cases) {
+        monitor.reset();
+        EXPECT_EQ(shownFor(readings), shown) << readings;
+    }
 }
 
 TEST_F(TemperatureMonitorTest, ElevatedPressureIsHotWhateverTheReading) {
     read(20);
     pressure = ThermalPressure::serious;
     EXPECT_EQ(poll(), (Display{20, celsius, ThermalPressure::serious, true, PetMood::scorching}));
-}
-
-TEST_F(TemperatureMonitorTest, TheMoodCoolsReluctantly) {
-    read(46);
-    EXPECT_EQ(poll().mood, PetMood::content);
-    read(42);
-    EXPECT_EQ(poll().mood, PetMood::content);  // blend 44.4
-    read(20);
-    EXPECT_EQ(poll().mood, PetMood::chilly);  // blend 34.64
-}
-
-TEST_F(TemperatureMonitorTest, TwoFailuresKeepTheValueAndTheMood) {
-    read(70);
-    (void)poll();
-    fail();
-    const Display held{70, celsius, ThermalPressure::nominal, false, PetMood::warm};
-    EXPECT_EQ(poll(), held);
-    EXPECT_EQ(poll(), held);
-    EXPECT_EQ(sensor.refreshCallCount, 0);
-    EXPECT_TRUE(log.lines.empty());
-}
-
-TEST_F(TemperatureMonitorTest, TheThirdFailureBlanksAndRediscovers) {
-    read(70);
-    (void)poll();
-    fail();
-    pollTimes(2);
-    EXPECT_EQ(poll(), (Display{std::nullopt, celsius, ThermalPressure::nominal, false, PetMood::content}));
-    EXPECT_EQ(sensor.refreshCallCount, 1);
-    EXPECT_EQ(log.lines, (std::vector<std::string>{"sensor: no reading for 3 polls; re-resolving sensors"}));
 }
 
 TEST_F(TemperatureMonitorTest, RediscoversAtTheThirdAndEveryFifteenthFailure) {
@@ -174,20 +171,7 @@ TEST_F(TemperatureMonitorTest, RediscoveryIsSeenByTheNextPoll) {
     EXPECT_EQ(poll().value, 50);
 }
 
-TEST_F(TemperatureMonitorTest, FailuresFromTheStartShowNothingAndAContentPet) {
-    fail();
-    const Display nothing{std::nullopt, celsius, ThermalPressure::nominal, false, PetMood::content};
-    EXPECT_EQ(poll(), nothing);
-    EXPECT_EQ(poll(), nothing);
-}
-
-TEST_F(TemperatureMonitorTest, HoldingIsHotByTheBlendOrByThePressure) {
-    read(90);
-    (void)poll();
-    fail();
-    EXPECT_EQ(poll(), (Display{90, celsius, ThermalPressure::nominal, true, PetMood::scorching}));
-
-    monitor.reset();
+TEST_F(TemperatureMonitorTest, HoldingIsHotByThePressureToo) {
     read(50);
     (void)poll();
     fail();
@@ -202,24 +186,6 @@ TEST_F(TemperatureMonitorTest, BlankFollowsThePressure) {
     EXPECT_EQ(poll(), (Display{std::nullopt, celsius, ThermalPressure::serious, true, PetMood::scorching}));
     pressure = ThermalPressure::fair;
     EXPECT_EQ(poll(), (Display{std::nullopt, celsius, ThermalPressure::fair, false, PetMood::content}));
-}
-
-TEST_F(TemperatureMonitorTest, AReadingAfterHoldingContinuesTheBlend) {
-    read(50);
-    (void)poll();
-    fail();
-    pollTimes(2);
-    read(60);
-    EXPECT_EQ(poll().value, 54);
-}
-
-TEST_F(TemperatureMonitorTest, AReadingAfterBlankStartsTheBlendAnew) {
-    read(50);
-    (void)poll();
-    fail();
-    pollTimes(3);
-    read(60);
-    EXPECT_EQ(poll().value, 60);
 }
 
 TEST_F(TemperatureMonitorTest, OneReadingEndsTheCountOfFailures) {
