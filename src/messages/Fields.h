@@ -28,6 +28,13 @@ struct FieldsOf {
 template <typename Record>
 struct Fields;
 
+/// Records of which nothing else says so are equal when all their members are.
+template <typename Record, typename = decltype(Fields<Record>::rows)>
+bool operator==(const Record& a, const Record& b) {
+    return std::apply([&](const auto&... field) { return ((a.*field.member == b.*field.member) && ...); },
+                      Fields<Record>::rows);
+}
+
 template <typename Variant>
 struct Alternatives;
 

@@ -21,16 +21,12 @@ struct EnumerationTable<MenuPlace> : CaseNames<MenuPlace::strip> {};
 /// The process is up and reads requests; its first event.
 struct Hello {
     std::int32_t version = WindowProtocol::version;
-
-    friend bool operator==(const Hello&, const Hello&) = default;
 };
 
 /// The user operated a control.
 struct ControlOperated {
     WindowId window = 0;
     ViewEvent event;
-
-    friend bool operator==(const ControlOperated&, const ControlOperated&) = default;
 };
 
 /// The window was shown, miniaturised, restored or closed. A miniaturised window is not visible.
@@ -38,57 +34,41 @@ struct WindowVisibilityChanged {
     WindowId window = 0;
     bool isVisible = false;
     bool isMiniaturized = false;
-
-    friend bool operator==(const WindowVisibilityChanged&, const WindowVisibilityChanged&) = default;
 };
 
 /// The user closes the window; `WindowVisibilityChanged` follows.
 struct WindowWillClose {
     WindowId window = 0;
-
-    friend bool operator==(const WindowWillClose&, const WindowWillClose&) = default;
 };
 
 /// The menu is about to be shown.
 struct MenuWillOpen {
     MenuPlace place = MenuPlace::popup;
-
-    friend bool operator==(const MenuWillOpen&, const MenuWillOpen&) = default;
 };
 
 /// It is gone from the screen, whether or not an item was chosen.
 struct MenuDidClose {
     MenuPlace place = MenuPlace::popup;
-
-    friend bool operator==(const MenuDidClose&, const MenuDidClose&) = default;
 };
 
 /// The user chose this item of the status item's menu, as it was shown.
 struct MenuItemChosen {
     MenuPlace place = MenuPlace::popup;
     MenuItem item;
-
-    friend bool operator==(const MenuItemChosen&, const MenuItemChosen&) = default;
 };
 
 /// The user chose an action of the menu bar that is not the windows' own: `showAboutPanel` or `terminate`.
 struct MainMenuActionChosen {
     MenuAction action = MenuAction::none;
-
-    friend bool operator==(const MainMenuActionChosen&, const MainMenuActionChosen&) = default;
 };
 
 /// The user moved the strip.
 struct StripMoved {
     ScreenPoint position;
-
-    friend bool operator==(const StripMoved&, const StripMoved&) = default;
 };
 
 /// The user opened the program again, from its entry in the taskbar.
-struct Reopened {
-    friend bool operator==(const Reopened&, const Reopened&) = default;
-};
+struct Reopened {};
 
 using WindowEvent = std::variant<Hello, ControlOperated, WindowVisibilityChanged, WindowWillClose, MenuWillOpen,
                                  MenuDidClose, MenuItemChosen, MainMenuActionChosen, StripMoved, Reopened>;

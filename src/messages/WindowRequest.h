@@ -25,107 +25,77 @@ inline constexpr WindowId aboutPanelWindow = 0;
 struct ScreenPoint {
     std::int32_t x = 0;
     std::int32_t y = 0;
-
-    friend bool operator==(const ScreenPoint&, const ScreenPoint&) = default;
 };
 
 /// Shows the window, which is made first if it is new; a miniaturised one is restored.
 struct ShowWindow {
     WindowId window = 0;
     WindowDescription description;
-
-    friend bool operator==(const ShowWindow&, const ShowWindow&) = default;
 };
 
 /// The tree that the window shows; comes before or after `ShowWindow`.
 struct SetWindowContent {
     WindowId window = 0;
     ViewNode root;
-
-    friend bool operator==(const SetWindowContent&, const SetWindowContent&) = default;
 };
 
 /// Makes a shown window the active one, in front of the others.
 struct OrderWindowFront {
     WindowId window = 0;
-
-    friend bool operator==(const OrderWindowFront&, const OrderWindowFront&) = default;
 };
 
 /// The window is not needed any more; takes it from the screen without a word.
 struct DiscardWindow {
     WindowId window = 0;
-
-    friend bool operator==(const DiscardWindow&, const DiscardWindow&) = default;
 };
 
 /// The menu bar of every window.
 struct SetMainMenu {
     Menu menu;
-
-    friend bool operator==(const SetMainMenu&, const SetMainMenu&) = default;
 };
 
 /// Whether windows stand in the desktop's taskbar and switcher.
 struct SetActivationPolicy {
     ActivationPolicy policy = ActivationPolicy::accessory;
-
-    friend bool operator==(const SetActivationPolicy&, const SetActivationPolicy&) = default;
 };
 
 /// Shows the one About panel, or brings it forward. Its events bear `aboutPanelWindow`.
 struct ShowAboutPanel {
     AboutPanelContent content;
-
-    friend bool operator==(const ShowAboutPanel&, const ShowAboutPanel&) = default;
 };
 
 /// The next window that comes to the front does so with this token (XDG activation, startup notification).
 struct UseActivationToken {
     std::string token;
-
-    friend bool operator==(const UseActivationToken&, const UseActivationToken&) = default;
 };
 
 /// Opens the status item's menu on its own, under the pointer unless told where; a menu that is open is replaced.
 struct OpenPopupMenu {
     Menu menu;
     std::optional<ScreenPoint> position;
-
-    friend bool operator==(const OpenPopupMenu&, const OpenPopupMenu&) = default;
 };
 
 /// The popup's menu has changed; ignored when none is open.
 struct UpdatePopupMenu {
     Menu menu;
-
-    friend bool operator==(const UpdatePopupMenu&, const UpdatePopupMenu&) = default;
 };
 
 /// What the strip shows, and says by the description.
 struct SetStripReadout {
     StatusImage image;
-
-    friend bool operator==(const SetStripReadout&, const SetStripReadout&) = default;
 };
 
 /// The menu behind a click on the strip.
 struct SetStripMenu {
     Menu menu;
-
-    friend bool operator==(const SetStripMenu&, const SetStripMenu&) = default;
 };
 
 /// Shows the strip: a small window that stays above the others. Without a position, at the platform's own place.
 struct ShowStrip {
     std::optional<ScreenPoint> position;
-
-    friend bool operator==(const ShowStrip&, const ShowStrip&) = default;
 };
 
-struct HideStrip {
-    friend bool operator==(const HideStrip&, const HideStrip&) = default;
-};
+struct HideStrip {};
 
 using WindowRequest = std::variant<ShowWindow, SetWindowContent, OrderWindowFront, DiscardWindow, SetMainMenu,
                                    SetActivationPolicy, ShowAboutPanel, UseActivationToken, OpenPopupMenu,

@@ -16,9 +16,6 @@ public:
     [[nodiscard]] bool isVisible() const override { return false; }
     [[nodiscard]] bool isMiniaturized() const override { return false; }
     void setContent(const ViewNode& /*root*/) override {}
-    Subscription onWillClose(std::function<void()> /*handler*/) override { return {}; }
-    Subscription onVisibilityChange(std::function<void(bool)> /*handler*/) override { return {}; }
-    Subscription onEvent(std::function<void(const ViewEvent&)> /*handler*/) override { return {}; }
 
 private:
     std::string title_;

@@ -3,8 +3,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
-#include "base/Subscription.h"
+#include "base/Observers.h"
 #include "shell/ViewNode.h"
 
 namespace thermopix {
@@ -34,13 +35,24 @@ public:
     virtual void setContent(const ViewNode& root) = 0;
 
     /// Called while the window still counts as visible, each time it is about to close.
-    [[nodiscard]] virtual Subscription onWillClose(std::function<void()> handler) = 0;
+    [[nodiscard]] Subscription onWillClose(std::function<void()> handler) {
+        return closeObservers.add(std::move(handler));
+    }
 
     /// Called after the window has become visible (true), or was closed or miniaturised (false).
-    [[nodiscard]] virtual Subscription onVisibilityChange(std::function<void(bool)> handler) = 0;
+    [[nodiscard]] Subscription onVisibilityChange(std::function<void(bool)> handler) {
+        return visibilityObservers.add(std::move(handler));
+    }
 
     /// The user operated a control.
-    [[nodiscard]] virtual Subscription onEvent(std::function<void(const ViewEvent&)> handler) = 0;
+    [[nodiscard]] Subscription onEvent(std::function<void(const ViewEvent&)> handler) {
+        return eventObservers.add(std::move(handler));
+    }
+
+protected:
+    Observers<> closeObservers;
+    Observers<bool> visibilityObservers;
+    Observers<ViewEvent> eventObservers;
 };
 
 class WindowSystem {

@@ -171,7 +171,7 @@ TEST_F(AppDelegateTest, ShowsTheSameWindowAgain) {
     settle();
     delegate->showPreferences();
     EXPECT_EQ(desktop.windowSystem.windowsMade, 1);
-    EXPECT_EQ(desktop.windowSystem.window->closeObservers, 1);
+    EXPECT_EQ(desktop.windowSystem.window->closeObserverCount(), 1U);
     EXPECT_TRUE(desktop.windowSystem.window->visible);
 }
 

@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "base/Observers.h"
 #include "fakes/RecordingStatusBar.h"
 #include "shell/Desktop.h"
 
@@ -58,51 +57,39 @@ public:
         events_.emplace_back("show window");
         miniaturized = false;
         if (!std::exchange(visible, true)) {
-            visibility_.tell(true);
+            visibilityObservers.tell(true);
         }
     }
     void makeKeyAndOrderFront() override { events_.emplace_back("order front"); }
     [[nodiscard]] bool isVisible() const override { return visible; }
     [[nodiscard]] bool isMiniaturized() const override { return miniaturized; }
     void setContent(const ViewNode& root) override { contents.push_back(root); }
-    [[nodiscard]] Subscription onWillClose(std::function<void()> handler) override {
-        ++closeObservers;
-        return willClose_.add(std::move(handler));
-    }
-    [[nodiscard]] Subscription onVisibilityChange(std::function<void(bool)> handler) override {
-        return visibility_.add(std::move(handler));
-    }
-    [[nodiscard]] Subscription onEvent(std::function<void(const ViewEvent&)> handler) override {
-        return operated_.add(std::move(handler));
-    }
 
     /// What the user's click on the close button does.
     void close() {
-        willClose_.tell();
+        closeObservers.tell();
         visible = false;
-        visibility_.tell(false);
+        visibilityObservers.tell(false);
     }
     void miniaturize() {
         visible = false;
         miniaturized = true;
-        visibility_.tell(false);
+        visibilityObservers.tell(false);
     }
     void operate(const std::string& identifier, const std::string& value = "") {
-        operated_.tell(ViewEvent{identifier, value});
+        eventObservers.tell(ViewEvent{identifier, value});
     }
+
+    [[nodiscard]] std::size_t closeObserverCount() const { return closeObservers.count(); }
 
     WindowDescription description;
     bool visible = false;
     bool miniaturized = false;
-    std::int64_t closeObservers = 0;
     /// Every tree that was shown, newest last.
     std::vector<ViewNode> contents;
 
 private:
     std::vector<std::string>& events_;
-    Observers<> willClose_;
-    Observers<bool> visibility_;
-    Observers<ViewEvent> operated_;
 };
 
 class FakeWindowSystem final : public WindowSystem {

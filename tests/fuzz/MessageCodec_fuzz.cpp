@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/Fatal.h"
+#include "messages/Fields.h"
 #include "messages/LineReader.h"
 #include "messages/MessageCodec.h"
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/Fields.h"
 #include "messages/WindowEvent.h"
 #include "messages/WindowRequest.h"
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/Fields.h"
 #include "messages/LineReader.h"
 #include "messages/MessageCodec.h"
 #include "messages/WindowProtocol.h"

@@ -22,7 +22,7 @@ void ProcessWindow::show() {
     if (!std::exchange(isVisible_, true)) {
         isShowing_ = true;
         mayShowAgain_ = true;
-        visibilityChanged_.tell(true);
+        visibilityObservers.tell(true);
     }
 }
 
@@ -34,21 +34,9 @@ void ProcessWindow::setContent(const ViewNode& root) {
     client_.send(SetWindowContent{id_, root});
 }
 
-Subscription ProcessWindow::onWillClose(std::function<void()> handler) {
-    return willClose_.add(std::move(handler));
-}
-
-Subscription ProcessWindow::onVisibilityChange(std::function<void(bool)> handler) {
-    return visibilityChanged_.add(std::move(handler));
-}
-
-Subscription ProcessWindow::onEvent(std::function<void(const ViewEvent&)> handler) {
-    return operated_.add(std::move(handler));
-}
-
 void ProcessWindow::handle(const WindowEvent& event) {
     if (const auto* operated = std::get_if<ControlOperated>(&event); operated != nullptr && operated->window == id_) {
-        operated_.tell(operated->event);
+        eventObservers.tell(operated->event);
     } else if (const auto* change = std::get_if<WindowVisibilityChanged>(&event);
                change != nullptr && change->window == id_) {
         changed(*change);
@@ -64,11 +52,11 @@ void ProcessWindow::changed(const WindowVisibilityChanged& change) {
     }
     isShowing_ = false;
     if (std::exchange(isClosing_, false) && !change.isVisible) {
-        willClose_.tell();
+        closeObservers.tell();
     }
     isMiniaturized_ = change.isMiniaturized;
     if (std::exchange(isVisible_, change.isVisible) != change.isVisible) {
-        visibilityChanged_.tell(change.isVisible);
+        visibilityObservers.tell(change.isVisible);
     }
 }
 
@@ -76,19 +64,19 @@ void ProcessWindow::processEnded(const WindowProcessEnd& end) {
     if (isShowing_ && !end.isFailure() && std::exchange(mayShowAgain_, false)) {
         // The process was about to end with its last window when it was asked for this one.
         isVisible_ = false;
-        visibilityChanged_.tell(false);
+        visibilityObservers.tell(false);
         isVisible_ = true;
         client_.send(ShowWindow{id_, description_});
-        visibilityChanged_.tell(true);
+        visibilityObservers.tell(true);
         return;
     }
     isShowing_ = false;
     isClosing_ = false;
     if (isVisible_ || isMiniaturized_) {
-        willClose_.tell();
+        closeObservers.tell();
         isMiniaturized_ = false;
         if (std::exchange(isVisible_, false)) {
-            visibilityChanged_.tell(false);
+            visibilityObservers.tell(false);
         }
     }
 }

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
-#include "base/Observers.h"
 #include "platform/linux/windows/WindowClient.h"
 #include "shell/Window.h"
 
@@ -23,9 +21,6 @@ public:
     [[nodiscard]] bool isVisible() const override { return isVisible_; }
     [[nodiscard]] bool isMiniaturized() const override { return isMiniaturized_; }
     void setContent(const ViewNode& root) override;
-    [[nodiscard]] Subscription onWillClose(std::function<void()> handler) override;
-    [[nodiscard]] Subscription onVisibilityChange(std::function<void(bool)> handler) override;
-    [[nodiscard]] Subscription onEvent(std::function<void(const ViewEvent&)> handler) override;
 
 private:
     void handle(const WindowEvent& event);
@@ -42,9 +37,6 @@ private:
     bool mayShowAgain_ = false;
     /// Told together with the end of the closing, for what an observer does next is to find the window gone.
     bool isClosing_ = false;
-    Observers<> willClose_;
-    Observers<bool> visibilityChanged_;
-    Observers<ViewEvent> operated_;
     Subscription events_;
     Subscription end_;
 };

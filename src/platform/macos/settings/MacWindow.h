@@ -2,7 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include "base/Observers.h"
 #include "platform/macos/settings/MacViewTree.h"
 #include "shell/Window.h"
 #include "system/MainLoop.h"
@@ -25,9 +24,6 @@ public:
     [[nodiscard]] bool isVisible() const override;
     [[nodiscard]] bool isMiniaturized() const override;
     void setContent(const ViewNode& root) override;
-    [[nodiscard]] Subscription onWillClose(std::function<void()> handler) override;
-    [[nodiscard]] Subscription onVisibilityChange(std::function<void(bool)> handler) override;
-    [[nodiscard]] Subscription onEvent(std::function<void(const ViewEvent&)> handler) override;
 
 private:
     void willClose();
@@ -39,9 +35,6 @@ private:
     ThermopixWindowDelegate* delegate_;
     MacViewTree tree_;
     bool reportedVisible_ = false;
-    Observers<> willClose_;
-    Observers<bool> visibility_;
-    Observers<ViewEvent> events_;
     Subscription closing_;
     Subscription correction_;
 };

@@ -108,20 +108,8 @@ void MacWindow::setContent(const ViewNode& root) {
     tree_.show(root);
 }
 
-Subscription MacWindow::onWillClose(std::function<void()> handler) {
-    return willClose_.add(std::move(handler));
-}
-
-Subscription MacWindow::onVisibilityChange(std::function<void(bool)> handler) {
-    return visibility_.add(std::move(handler));
-}
-
-Subscription MacWindow::onEvent(std::function<void(const ViewEvent&)> handler) {
-    return events_.add(std::move(handler));
-}
-
 void MacWindow::willClose() {
-    willClose_.tell();
+    closeObservers.tell();
     // It counts as visible until it is gone.
     closing_ = mainLoop_.post([this] { reportVisibility(); });
 }
@@ -129,12 +117,12 @@ void MacWindow::willClose() {
 void MacWindow::reportVisibility() {
     const bool isVisibleNow = isVisible() && !isMiniaturized();
     if (std::exchange(reportedVisible_, isVisibleNow) != isVisibleNow) {
-        visibility_.tell(isVisibleNow);
+        visibilityObservers.tell(isVisibleNow);
     }
 }
 
 void MacWindow::operated(const ViewEvent& event) {
-    events_.tell(event);
+    eventObservers.tell(event);
     // Where the program did not follow the user, the control goes back to what the program says.
     correction_ = mainLoop_.post([this] { tree_.showAgain(); });
 }

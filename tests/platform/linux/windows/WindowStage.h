@@ -12,6 +12,7 @@
 #include "fakes/ManualMainLoop.h"
 #include "fakes/RecordingLog.h"
 #include "fakes/TemporaryFolder.h"
+#include "messages/Fields.h"
 #include "messages/WindowEvent.h"
 #include "platform/linux/windows/WindowClient.h"
 #include "platform/linux/windows/WindowStandIns.h"

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fakes/TemporaryFolder.h"
+#include "messages/Fields.h"
 #include "messages/WindowEvent.h"
 #include "messages/WindowRequest.h"
 
