@@ -73,11 +73,11 @@ void DesktopNotification::show(const UserNotice& notice, Shown shown) {
         return;
     }
     step_ = callMethod(sessionBus_, {service, path, service, "GetCapabilities"}, nullptr, "(as)",
-                       [this, notice, shown = std::move(shown)](GVariant* capabilities) mutable {
+                       [this, notice, shown = std::move(shown)](GVariant* capabilities) {
                            if (capabilities == nullptr) {
                                tell(shown, false);
                            } else {
-                               adapt(std::move(notice), capabilities, std::move(shown));
+                               adapt(notice, capabilities, shown);
                            }
                        });
 }
