@@ -35,8 +35,10 @@ public:
 
     /// What it was started with, once it has been.
     [[nodiscard]] std::string takeOpened() const {
-        const auto line = home_.read("opened");
-        std::filesystem::remove(home_.path("opened"));
+        auto line = home_.read("opened");
+        if (!line.empty()) {
+            std::filesystem::remove(home_.path("opened"));
+        }
         return line;
     }
 
