@@ -1,5 +1,5 @@
 // Linked into the program, lets a test make hours pass in it: its clocks are ahead by the seconds, a 64-bit number, in
-// the file that THERMOPIX_TEST_CLOCK names. No wait of its main loop is long, so that it notices.
+// the file that THERMOPIX_TEST_CLOCK names. A wait looks often whether its end has come by that clock.
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/mman.h>
@@ -13,7 +13,13 @@
 
 namespace {
 
-constexpr int longestWaitInMilliseconds = 50;
+constexpr std::int64_t longestLook = 50'000'000;
+
+std::int64_t nanoseconds() {
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return time.tv_sec * std::int64_t{1'000'000'000} + time.tv_nsec;
+}
 
 const volatile std::int64_t* openAhead() {
     static constexpr std::int64_t none = 0;
@@ -39,9 +45,19 @@ extern "C" int clock_gettime(clockid_t clock, timespec* time) noexcept {
 }
 
 extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout) {
-    const int shortened = timeout < 0 ? longestWaitInMilliseconds : std::min(timeout, longestWaitInMilliseconds);
-    timespec wait{0, shortened * 1'000'000L};
-    return static_cast<int>(syscall(SYS_ppoll, descriptors, count, &wait, nullptr, 0));
+    // Without an end there is nothing to look for: a wait that returned early would pass for one that failed.
+    if (timeout < 0) {
+        return static_cast<int>(syscall(SYS_ppoll, descriptors, count, nullptr, nullptr, 0));
+    }
+    const auto end = nanoseconds() + timeout * std::int64_t{1'000'000};
+    for (;;) {
+        const auto left = std::max<std::int64_t>(end - nanoseconds(), 0);
+        timespec wait{0, std::min(left, longestLook)};
+        const auto result = syscall(SYS_ppoll, descriptors, count, &wait, nullptr, 0);
+        if (result != 0 || left == 0) {
+            return static_cast<int>(result);
+        }
+    }
 }
 
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
