@@ -3,7 +3,6 @@ Mac builds it with, on a stand-in for a Mac. The build for Intel is one that upd
 
 import json
 import os
-import subprocess
 import sys
 from pathlib import Path
 
@@ -46,13 +45,6 @@ environment = {name: value for name, value in os.environ.items() if name not in 
 }
 
 
-def run(*command):
-    result = subprocess.run([str(part) for part in command], capture_output=True, text=True, env=environment)
-    if result.returncode != 0:
-        gate.finish([result.stdout + result.stderr], "")
-    return result.stdout
-
-
 def forget_programs_older_than_the_libraries():
     """Ninja does not know that a linker looks into the SDK."""
     newest = max(library.stat().st_mtime for library in folder.glob("**/*.tbd") if output not in library.parents)
@@ -62,7 +54,8 @@ def forget_programs_older_than_the_libraries():
 
 
 forget_programs_older_than_the_libraries()
-run("cmake", "-S", gate.ROOT, "-B", output, "-G", "Ninja", *(f"-D{name}={value}" for name, value in variables.items()))
-jobs = os.environ.get("CMAKE_BUILD_PARALLEL_LEVEL") or str(min(2, os.cpu_count() or 1))
-said = run("ninja", "-C", output, "-j", jobs)
+gate.output("cmake", "-S", gate.ROOT, "-B", output, "-G", "Ninja",
+            *(f"-D{name}={value}" for name, value in variables.items()), env=environment)
+jobs = os.environ.get("CMAKE_BUILD_PARALLEL_LEVEL") or min(2, os.cpu_count() or 1)
+said = gate.output("ninja", "-C", output, "-j", jobs, env=environment)
 gate.finish([], said.splitlines()[-1] if said else "")

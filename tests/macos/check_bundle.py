@@ -4,7 +4,6 @@ its program is of the right kind and finds its libraries."""
 import plistlib
 import re
 import struct
-import subprocess
 import sys
 from pathlib import Path
 
@@ -18,11 +17,6 @@ MINIMUM_SYSTEM = "13.0"
 
 def first(pattern, path):
     return re.search(pattern, path.read_text(), re.M).group(1)
-
-
-def examine(*arguments):
-    return subprocess.run(["llvm-objdump-14", "--macho", *map(str, arguments)],
-                          capture_output=True, text=True, check=True).stdout
 
 
 def check_dictionary(dictionary, updates):
@@ -54,13 +48,13 @@ def check_icon(icon):
 
 
 def check_program(program, contents, target):
-    headers = examine("--private-headers", program)
+    headers = gate.output("llvm-objdump-14", "--macho", "--private-headers", program)
     for what, pattern in (("made for " + target, PROCESSORS[target] + r"\s.*EXECUTE"), ("for a Mac", "platform macos"),
                           ("for the oldest system", f"minos {MINIMUM_SYSTEM}")):
         if not re.search(pattern, headers):
             yield f"the program is not {what}"
     places = re.findall(r"path (\S+) \(offset", headers)
-    for library in re.findall(r"^\t(\S+) \(comp", examine("--dylibs-used", program), re.M):
+    for library in re.findall(r"^\t(\S+) \(comp", gate.output("llvm-objdump-14", "--macho", "--dylibs-used", program), re.M):
         if library.startswith("@rpath/"):
             if "@executable_path/../Frameworks" not in places:
                 yield f"{library} is looked for nowhere"

@@ -18,15 +18,14 @@ known = {fact.key: fact for fact in table if fact.kind != "runtime" and not fact
 
 
 def compare(fact, row, target):
-    kind, nullability, first = row
     where = f"{target}: {fact.owner} {fact.name}".replace(":  ", ": ")
-    if kind != fact.type_on(target):
-        yield f"{where}: declared as {kind}, in fact {fact.type_on(target)}"
-    if nullability != fact.nullability:
-        yield f"{where}: declared nullability {nullability}, in fact {fact.nullability}"
+    if row.type != fact.type_on(target):
+        yield f"{where}: declared as {row.type}, in fact {fact.type_on(target)}"
+    if row.nullability != fact.nullability:
+        yield f"{where}: declared nullability {row.nullability}, in fact {fact.nullability}"
     wanted = fact.first if fact.is_newer_than_minimum() else ""
-    if first != wanted:
-        yield f"{where}: declared available from {first or 'the beginning'}, in fact from {wanted or 'the beginning'}"
+    if row.first != wanted:
+        yield f"{where}: declared available from {row.first or 'the beginning'}, in fact from {wanted or 'the beginning'}"
 
 
 for target in gate.TARGETS:

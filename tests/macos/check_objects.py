@@ -1,9 +1,9 @@
-"""check_objects.py BUILD [OBJECTS]: the layer's objects, of the build or in OBJECTS/TARGET, use no selector, class or function that the table of facts
-does not have, and the table has none that they do not use."""
+"""check_objects.py BUILD [OBJECTS]: the layer's objects, of the build or in OBJECTS/TARGET, use no selector, class or
+function that the table of facts does not have, and the table has none that they do not use."""
 
 import re
-import subprocess
 import sys
+from fnmatch import fnmatch
 from pathlib import Path
 
 import facts
@@ -15,38 +15,30 @@ selectors = {fact.selector for fact in table}
 classes = {fact.name for fact in table if fact.kind == "class"}
 symbols = [fact.name for fact in table if fact.kind in ("function", "constant", "runtime")]
 
-NAME = re.compile(r"^[0-9a-f]+ +(\S.*)$")
+NAME = re.compile(r"^[0-9a-f]+ +(\S.*)$", re.M)
 INTERFACE = re.compile(r"^@interface (\w+).*?^@end", re.M | re.S)
-METHOD = re.compile(r"^[-+] \([^;{]*", re.M)
+METHOD = re.compile(r"^[-+] ([^;{]*)", re.M)
 PROPERTY = re.compile(r"^@property[^;]*?(\w+);", re.M)
-# Asked for by the language: for `alloc` and for array literals it calls functions of the runtime where it can.
-OF_THE_LANGUAGE = {"alloc", "arrayWithObjects:count:"}
-
-OWN_CLASS = re.compile(r"_OBJC_(?:META)?CLASS_\$_(Thermopix\w+)")
-SYSTEM_CLASS = re.compile(r"_OBJC_(?:META)?CLASS_\$_(\w+)")
+CLASS = re.compile(r"_OBJC_(?:META)?CLASS_\$_(\w+)")
+# Asked for by the language: for these and for array literals it calls functions of the runtime where it can.
+OF_THE_LANGUAGE = {"alloc", "init", "arrayWithObjects:count:"}
 
 
 def selector(declaration):
-    """Of `- (type)name` or `- (type)name:(type)argument other:...`, types removed."""
-    words, depth = "", 0
-    for character in declaration[1:]:
-        depth += {"(": 1, ")": -1}.get(character, 0)
-        words += character if depth == 0 and character != ")" else ""
-    parts = re.findall(r"(\w+):", words)
-    return "".join(part + ":" for part in parts) if parts else words.strip()
+    """Of `(type)name` or `(type)name:(type)argument other:...`."""
+    types = 1
+    while types:
+        declaration, types = re.subn(r"\([^()]*\)", "", declaration)
+    return "".join(re.findall(r"\w+:", declaration)) or declaration.strip()
 
 
 def own_selectors():
     """What the layer's own classes declare; a method that is neither declared nor a fact is called by nobody."""
-    found = set()
-    for source in gate.LAYER.rglob("*"):
-        if source.suffix not in (".h", ".mm"):
-            continue
-        for interface in INTERFACE.finditer(source.read_text()):
-            found |= {selector(each) for each in METHOD.findall(interface.group())}
-            for name in PROPERTY.findall(interface.group()):
-                found |= {name, f"set{name[0].upper()}{name[1:]}:"}
-    return found
+    text = "\n".join(path.read_text() for path in gate.LAYER.rglob("*") if path.suffix in (".h", ".mm"))
+    for interface in INTERFACE.finditer(text):
+        yield from map(selector, METHOD.findall(interface.group()))
+        for name in PROPERTY.findall(interface.group()):
+            yield from (name, f"set{name[0].upper()}{name[1:]}:")
 
 
 def is_no_selector(name):
@@ -55,41 +47,38 @@ def is_no_selector(name):
 
 
 def named_in(file):
-    output = subprocess.run(["llvm-objdump-14", "--macho", "--section=__TEXT,__objc_methname", str(file)],
-                            capture_output=True, text=True, check=True).stdout
-    found = (NAME.match(line) for line in output.splitlines())
-    return {match.group(1) for match in found if match and not is_no_selector(match.group(1))}
+    names = NAME.findall(gate.output("llvm-objdump-14", "--macho", "--section=__TEXT,__objc_methname", file))
+    return sorted({name for name in names if not is_no_selector(name)})
 
 
 def undefined_in(file):
-    output = subprocess.run(["llvm-nm-14", "-u", str(file)], capture_output=True, text=True, check=True).stdout
-    return {line.split()[-1] for line in output.splitlines() if line.strip()}
+    return sorted(line.split()[-1] for line in gate.output("llvm-nm-14", "-u", file).splitlines() if line.strip())
 
 
-def check_symbol(file, symbol):
-    system_class = SYSTEM_CLASS.match(symbol)
-    if OWN_CLASS.match(symbol):
-        return []
-    if system_class:
-        return [] if system_class.group(1) in classes else [f"{file.name}: class {system_class.group(1)}: no fact"]
+def what_is_no_fact(symbol):
+    of_class = CLASS.match(symbol)
+    if of_class:
+        name = of_class.group(1)
+        return None if name.startswith("Thermopix") or name in classes else f"class {name}"
     name = symbol.removeprefix("_")
-    known = any(facts.matches(name, each) for each in symbols)
-    return [] if known else [f"{file.name}: {name}: no fact"]
+    return None if any(fnmatch(name, each) for each in symbols) else name
 
 
-own = own_selectors()
+own = set(own_selectors())
 used_selectors, used_symbols = set(), set()
 for target in gate.TARGETS:
     files = sorted((Path(sys.argv[2]) / target).rglob("*.o")) if len(sys.argv) > 2 else gate.objects(sys.argv[1], target)
     if not files:
         problems.append(f"{target}: no object")
     for file in files:
-        for name in sorted(named_in(file)):
+        for name in named_in(file):
             if name not in selectors and name not in own:
                 problems.append(f"{target}: {file.name}: selector {name}: no fact, and no class of ours declares it")
             used_selectors.add(name)
-        for symbol in sorted(undefined_in(file)):
-            problems += [f"{target}: {problem}" for problem in check_symbol(file, symbol)]
+        for symbol in undefined_in(file):
+            unknown = what_is_no_fact(symbol)
+            if unknown:
+                problems.append(f"{target}: {file.name}: {unknown}: no fact")
             used_symbols.add(symbol.removeprefix("_"))
 
 for fact in table:

@@ -3,7 +3,6 @@ one what Apple asks for, in that order. The tools that it calls only write down 
 
 import os
 import shutil
-import subprocess
 import sys
 import tempfile
 from pathlib import Path
@@ -33,8 +32,7 @@ def run(scratch, app):
     log.write_text("")
     environment = os.environ | {"PATH": f"{tools}:{os.environ['PATH']}", "THERMOPIX_SIGNING_IDENTITY": "somebody",
                                 "THERMOPIX_NOTARY_PROFILE": "profile"}
-    result = subprocess.run([str(SCRIPT), str(app), str(scratch / "Thermopix.zip")], capture_output=True, text=True,
-                            env=environment)
+    result = gate.call(SCRIPT, app, scratch / "Thermopix.zip", env=environment)
     return result.returncode, result.stdout + result.stderr, log.read_text().splitlines()
 
 
@@ -56,10 +54,9 @@ with tempfile.TemporaryDirectory() as folder:
         problems.append(f"a bundle that was only built is signed: {status} {said} {calls}")
 
     program = app / "Contents" / "MacOS" / "Thermopix"
-    libraries = subprocess.run(["llvm-otool-14", "-L", str(program)], capture_output=True, text=True, check=True).stdout
+    libraries = gate.output("llvm-otool-14", "-L", program)
     for library in {line.split()[0] for line in libraries.splitlines()[1:] if "/opt/homebrew" in line}:
-        subprocess.run(["llvm-install-name-tool-14", "-change", library, f"@rpath/{Path(library).name}", str(program)],
-                       check=True)
+        gate.output("llvm-install-name-tool-14", "-change", library, f"@rpath/{Path(library).name}", program)
     frameworks = app / "Contents" / "Frameworks"
     (frameworks / "libpng16.16.dylib").write_bytes(b"")
     current = frameworks / "Sparkle.framework" / "Versions" / "Current"

@@ -1,9 +1,9 @@
 """What the declarations say, read with clang's own parser: a row for each class, method, function and constant."""
 
 import re
-import subprocess
 from ctypes import c_int
 from pathlib import Path
+from typing import NamedTuple
 
 from clang import cindex
 
@@ -14,7 +14,7 @@ HEADERS = ["AppKit/AppKit.h", "ServiceManagement/ServiceManagement.h", "Sparkle/
 INCLUDE_ATTRIBUTED_TYPES = 0x1000
 KINDS = cindex.CursorKind
 CLASSES = (KINDS.OBJC_INTERFACE_DECL, KINDS.OBJC_PROTOCOL_DECL)
-METHODS = (KINDS.OBJC_INSTANCE_METHOD_DECL, KINDS.OBJC_CLASS_METHOD_DECL)
+METHODS = {KINDS.OBJC_INSTANCE_METHOD_DECL: "-", KINDS.OBJC_CLASS_METHOD_DECL: "+"}
 
 cindex.conf.lib.clang_Type_getNullability.argtypes = [cindex.Type]
 cindex.conf.lib.clang_Type_getNullability.restype = c_int
@@ -70,11 +70,11 @@ def signature(cursor):
 def parse(sdk, target, declarations):
     text = "".join(f"#import <{header}>\n" for header in HEADERS)
     # The library does not know where the compiler keeps its own headers.
-    resources = subprocess.run([gate.COMPILER, "-print-resource-dir"], capture_output=True, text=True, check=True)
+    resources = gate.output(gate.COMPILER, "-print-resource-dir").strip()
     arguments = ["-x", "objective-c++", "-std=c++20", "-fobjc-arc", "-fblocks", "-target", gate.TARGETS[target],
                  "-isysroot", str(sdk), "-isystem", str(sdk / "usr" / "include" / "c++" / "v1"),
                  f"-I{declarations}", "-U__nonnull", "-U__nullable", "-D_GNU_SOURCE",
-                 "-resource-dir", resources.stdout.strip()]
+                 "-resource-dir", resources]
     unit = cindex.Index.create().parse("all.mm", args=arguments, unsaved_files=[("all.mm", text)],
                                        options=INCLUDE_ATTRIBUTED_TYPES)
     wrong = [str(each) for each in unit.diagnostics if each.severity >= cindex.Diagnostic.Error]
@@ -83,63 +83,52 @@ def parse(sdk, target, declarations):
     return unit.cursor
 
 
-def read(sdk, target, declarations=gate.DECLARATIONS):
-    """All rows: (kind, owner, name) to (type, nullability, first version)."""
-    rows = {}
-    visit(parse(sdk, target, declarations), Path(declarations).resolve(), rows)
-    return rows
-
-
-def places(sdk):
-    """Which folder of headers declares each class, function and constant that a program is linked with."""
-    found, folder = {}, gate.DECLARATIONS.resolve()
-
-    def look(parent):
-        for cursor in parent.get_children():
-            kind, place = kind_of(cursor), cursor.location.file
-            if place is None or folder not in Path(place.name).resolve().parents:
-                continue
-            header = Path(place.name).resolve().relative_to(folder).parts[0]
-            if kind in (KINDS.LINKAGE_SPEC, KINDS.UNEXPOSED_DECL):
-                look(cursor)
-            elif kind == KINDS.OBJC_INTERFACE_DECL:
-                found["class", cursor.spelling] = header
-            elif kind == KINDS.FUNCTION_DECL and not cursor.is_definition():
-                found["function", cursor.spelling] = header
-            elif kind == KINDS.VAR_DECL and "=" not in text_of(cursor):
-                found["constant", cursor.spelling] = header
-
-    look(parse(sdk, "arm64", gate.DECLARATIONS))
-    return found
-
-
-def visit(parent, folder, rows):
+def declarations_of(parent, folder):
+    """Every declaration of the folder's headers, with its kind and the part of the system that it belongs to."""
     for cursor in parent.get_children():
-        kind, place = kind_of(cursor), cursor.location.file
-        if place is None or folder not in Path(place.name).resolve().parents:
+        kind, file = kind_of(cursor), cursor.location.file
+        place = Path(file.name).resolve() if file else Path()
+        if folder not in place.parents:
             continue
         if kind in (KINDS.LINKAGE_SPEC, KINDS.UNEXPOSED_DECL):
-            visit(cursor, folder, rows)
-        elif kind in CLASSES:
-            visit_class(cursor, rows)
+            yield from declarations_of(cursor, folder)
+        else:
+            yield cursor, kind, place.relative_to(folder).parts[0]
+
+
+class Row(NamedTuple):
+    """`library` is the part of the system that a program has to be linked with for it, empty for none."""
+    type: str
+    nullability: str = ""
+    first: str = ""
+    library: str = ""
+
+
+def read(sdk, target, declarations=gate.DECLARATIONS):
+    """The rows by (kind, owner, name)."""
+    rows, folder = {}, Path(declarations).resolve()
+    for cursor, kind, part in declarations_of(parse(sdk, target, declarations), folder):
+        name = cursor.spelling
+        if kind in CLASSES:
+            members = [(each, kind_of(each)) for each in cursor.get_children()]
+            if kind == KINDS.OBJC_INTERFACE_DECL:
+                parents = [each.spelling for each, what in members if what == KINDS.OBJC_SUPER_CLASS_REF]
+                rows["class", "", name] = Row("".join(parents), library=part)
+            for method, what in members:
+                if what in METHODS:
+                    rows["method", name, METHODS[what] + method.spelling] = method_row(method)
         elif kind == KINDS.FUNCTION_DECL and not cursor.is_definition():
-            rows["function", "", cursor.spelling] = (signature(cursor), "", first_version(cursor))
+            rows["function", "", name] = Row(signature(cursor), first=first_version(cursor), library=part)
         elif kind == KINDS.VAR_DECL:
-            rows["constant", "", cursor.spelling] = (variable_value(cursor), "", first_version(cursor))
+            library = "" if "=" in text_of(cursor) else part
+            rows["constant", "", name] = Row(variable_value(cursor), first=first_version(cursor), library=library)
         elif kind == KINDS.ENUM_DECL:
             for case in cursor.get_children():
                 if kind_of(case) == KINDS.ENUM_CONSTANT_DECL:
-                    rows["constant", "", case.spelling] = (str(case.enum_value), "", first_version(case))
+                    rows["constant", "", case.spelling] = Row(str(case.enum_value), first=first_version(case))
+    return rows
 
 
-def visit_class(cursor, rows):
-    members = list(cursor.get_children())
-    if kind_of(cursor) == KINDS.OBJC_INTERFACE_DECL:
-        parents = [each.spelling for each in members if kind_of(each) == KINDS.OBJC_SUPER_CLASS_REF]
-        rows["class", "", cursor.spelling] = ("".join(parents), "", "")
-    for method in members:
-        if kind_of(method) in METHODS:
-            sign = "+" if kind_of(method) == KINDS.OBJC_CLASS_METHOD_DECL else "-"
-            kinds = [method.result_type, *(each.type for each in method.get_arguments())]
-            value = encoding(method), "".join(map(nullability, kinds)), first_version(method)
-            rows["method", cursor.spelling, sign + method.spelling] = value
+def method_row(cursor):
+    types = [cursor.result_type, *(each.type for each in cursor.get_arguments())]
+    return Row(encoding(cursor), "".join(map(nullability, types)), first_version(cursor))

@@ -1,7 +1,6 @@
 """The table of facts: what is known of the system, and from where."""
 
 import re
-from fnmatch import fnmatch
 
 import gate
 
@@ -78,7 +77,3 @@ def read(path=gate.FACTS):
     used = {("source", name) for fact in facts for name in fact.source.split()} | {("first", fact.first) for fact in facts}
     problems += [f"{path.name}: {name} is explained, but no fact says it" for kind, name in sorted(legend - used)]
     return facts, problems
-
-
-def matches(name, pattern):
-    return fnmatch(name, pattern) if "*" in pattern else name == pattern

@@ -60,31 +60,37 @@ def objects(build, target):
     return sorted(folder.rglob("*.o"))
 
 
-def layer_sources():
-    return sorted(path for path in LAYER.rglob("*") if path.suffix in (".cpp", ".mm"))
-
-
 def commands(build, target):
     """How the build of Thermopix.app compiles each source."""
     entries = json.loads((app_build(build, target) / "compile_commands.json").read_text())
     return {Path(entry["file"]): shlex.split(entry["command"]) for entry in entries}
 
 
-def run(command, folder=None):
+def call(*command, **options):
+    """Runs the command to its end."""
+    return subprocess.run([str(part) for part in command], capture_output=True, text=True, **options)
+
+
+def complaint(*command, **options):
     """What the command says; None when it is content."""
-    result = subprocess.run(command, capture_output=True, text=True, cwd=folder)
+    result = call(*command, **options)
     return None if result.returncode == 0 else result.stdout + result.stderr
 
 
-def compile_copy(command, source, copy, output):
+def output(*command, **options):
+    """What the command prints; where it fails, the check does."""
+    result = call(*command, **options)
+    if result.returncode != 0:
+        finish([result.stdout + result.stderr], "")
+    return result.stdout
+
+
+def compile_copy(command, source, copy, target):
     """Compiles a copy of a source as the build compiles the source; what the compiler says, or None."""
-    command = list(command)
-    while command[0] != COMPILER and Path(command[0]).name != COMPILER:
-        command.pop(0)
-    command[command.index("-o") + 1] = str(output)
-    command = [str(copy) if part == str(source) else part for part in command]
+    command = command[next(i for i, part in enumerate(command) if Path(part).name == COMPILER):]
+    command[command.index("-o") + 1] = target
     # Beside a source stand no headers of it that are not found from src/ too.
-    return run(command)
+    return complaint(*(copy if part == str(source) else part for part in command))
 
 
 def finish(problems, said):

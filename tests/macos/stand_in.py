@@ -1,8 +1,7 @@
-"""stand_in.py BUILD: writes a stand-in for a Mac to build on: an SDK whose headers are our declarations and whose libraries are lists of names,
-a Homebrew prefix, and tools that Debian does not have. Nothing in it is Apple's."""
+"""stand_in.py BUILD: writes a stand-in for a Mac to build on: an SDK whose headers are our declarations and whose
+libraries are lists of names, a Homebrew prefix, and tools that Debian does not have. Nothing in it is Apple's."""
 
 import re
-import subprocess
 import sys
 from pathlib import Path
 
@@ -36,11 +35,14 @@ def link(place, target):
 
 def exported(library):
     """The names that a library of this machine gives to others, as a Mac's object files write them."""
-    said = subprocess.run(["llvm-nm-14", "-D", "--defined-only", "--no-sort", str(library)],
-                          capture_output=True, text=True, check=True).stdout
+    said = gate.output("llvm-nm-14", "-D", "--defined-only", "--no-sort", library)
     names = {line.split()[-1].split("@")[0] for line in said.splitlines() if line.strip()}
     # The other standard library marks in some names that texts are of its newer kind.
     return {"_" + name.replace("B5cxx11", "") for name in names} | {"_" + name for name in names}
+
+
+def header_of_this_machine(name):
+    return next(place / name for place in SYSTEM_PLACES if (place / name).exists())
 
 
 def library_of_this_machine(name):
@@ -58,7 +60,6 @@ def write_library(place, install_name, symbols=(), classes=(), reexported=()):
     text += ["exports:", f"  - targets: [ {ALL_TARGETS} ]", f"    symbols: [ {named(symbols)} ]"]
     if classes:
         text.append(f"    objc-classes: [ {named(classes)} ]")
-    place.parent.mkdir(parents=True, exist_ok=True)
     gate.write_if_changed(place, "\n".join([*text, "...", ""]))
 
 
@@ -71,18 +72,16 @@ def standard_c():
 
 def write_headers(sdk):
     include = sdk / "usr" / "include"
-    for header in gate.C_HEADERS.iterdir():
+    for header in (*gate.C_HEADERS.iterdir(), *(gate.C_HEADERS / "sys").iterdir()):
         if header.name != "sys":
-            link(include / header.name, header)
-    for header in (gate.C_HEADERS / "sys").iterdir():
-        link(include / "sys" / header.name, header)
+            link(include / header.relative_to(gate.C_HEADERS), header)
     for folder in ("dispatch", "objc", "os"):
         link(include / folder, gate.DECLARATIONS / folder)
     link(include / "sys" / "sysctl.h", gate.DECLARATIONS / "sys" / "sysctl.h")
     link(include / "xlocale.h", gate.HERE / "libcxx" / "xlocale.h")
     # A Mac has zlib of its own.
     for header in ("zlib.h", "zconf.h"):
-        link(include / header, next(place / header for place in SYSTEM_PLACES if (place / header).exists()))
+        link(include / header, header_of_this_machine(header))
     # libc++; Debian switches off its knowledge of which macOS brought what.
     library = include / "c++" / "v1"
     for header in gate.LIBCXX.iterdir():
@@ -95,7 +94,7 @@ def write_headers(sdk):
 
 def write_frameworks(sdk, folder):
     """A framework gives what its declarations declare, and no more: what uses another must link that."""
-    places = declared.places(sdk)
+    rows = declared.read(sdk, "arm64")
     table, _ = facts.read()
     runtime = {fact.name for fact in table if fact.kind == "runtime"}
     for name in FRAMEWORKS:
@@ -103,10 +102,10 @@ def write_frameworks(sdk, folder):
         install = "@rpath" if name == "Sparkle" else "/System/Library/Frameworks"
         place = frameworks / f"{name}.framework"
         link(place / "Headers", gate.DECLARATIONS / name)
-        here = {key for key, header in places.items() if header == name}
+        here = {(kind, each) for (kind, _, each), row in rows.items() if row.library == name}
         write_library(place / f"{name}.tbd", f"{install}/{name}.framework/Versions/A/{name}",
-                      symbols={"_" + name for kind, name in here if kind != "class"},
-                      classes={name for kind, name in here if kind == "class"},
+                      symbols={"_" + each for kind, each in here if kind != "class"},
+                      classes={each for kind, each in here if kind == "class"},
                       reexported=["/usr/lib/libobjc.A.dylib"] if name == "Foundation" else [])
     usr = sdk / "usr" / "lib"
     write_library(usr / "libobjc.A.tbd", "/usr/lib/libobjc.A.dylib",
@@ -114,7 +113,7 @@ def write_frameworks(sdk, folder):
     link(usr / "libobjc.tbd", Path("libobjc.A.tbd"))
     # Of the C library, too, only what is known to be there, as this machine's has more: the table's, and what is
     # standard C.
-    of_the_system = {name for (kind, name), header in places.items() if header in OF_THE_SYSTEM}
+    of_the_system = {name for (_, _, name), row in rows.items() if row.library in OF_THE_SYSTEM}
     of_the_table = {name for name in runtime if "objc" not in name}
     write_library(usr / "libSystem.tbd", "/usr/lib/libSystem.B.dylib",
                   {"_" + name for name in of_the_system | of_the_table | standard_c()} | {"dyld_stub_binder"})
@@ -126,24 +125,19 @@ def write_frameworks(sdk, folder):
 def write_homebrew(prefix):
     for headers, library, installed in LIBRARIES.values():
         for header in headers:
-            link(prefix / "include" / header,
-                 next(place / header for place in SYSTEM_PLACES if (place / header).exists()))
+            link(prefix / "include" / header, header_of_this_machine(header))
         if library:
             name = installed.split(".")[0]
             write_library(prefix / "lib" / f"{name}.tbd", f"/opt/homebrew/lib/{installed}",
                           exported(library_of_this_machine(library)))
-    pkgconfig = prefix / "lib" / "pkgconfig"
-    pkgconfig.mkdir(parents=True, exist_ok=True)
-    gate.write_if_changed(pkgconfig / "libutf8proc.pc",
+    gate.write_if_changed(prefix / "lib" / "pkgconfig" / "libutf8proc.pc",
                           f"Name: libutf8proc\nDescription: Unicode\nVersion: 2.9.0\nLibs: -L{prefix}/lib -lutf8proc\n"
                           f"Cflags: -I{prefix}/include\n")
     for package, target, lines in (
             ("fmt", "fmt::fmt", f"IMPORTED_LOCATION {prefix}/lib/libfmt.tbd\n"),
             ("nlohmann_json", "nlohmann_json::nlohmann_json", "")):
         kind = "SHARED" if lines else "INTERFACE"
-        place = prefix / "lib" / "cmake" / package
-        place.mkdir(parents=True, exist_ok=True)
-        gate.write_if_changed(place / f"{package}Config.cmake",
+        gate.write_if_changed(prefix / "lib" / "cmake" / package / f"{package}Config.cmake",
                               f"add_library({target} {kind} IMPORTED)\nset_target_properties({target} PROPERTIES\n"
                               f"    {lines}    INTERFACE_INCLUDE_DIRECTORIES {prefix}/include)\n")
 

@@ -4,12 +4,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-typedef NS_ENUM(NSInteger, SMAppServiceStatus) {
-    SMAppServiceStatusNotRegistered = 0,
-    SMAppServiceStatusEnabled = 1,
-    SMAppServiceStatusRequiresApproval = 2,
-    SMAppServiceStatusNotFound = 3,
-};
+typedef NS_ENUM(NSInteger, SMAppServiceStatus) { SMAppServiceStatusEnabled = 1 };
 
 @interface SMAppService : NSObject
 @property(class, readonly) SMAppService* mainAppService;
