@@ -43,6 +43,18 @@ protected:
         CoreFoundationStandIn::forget();
     }
 
+    using Samples = std::vector<std::pair<std::string, double>>;
+
+    /// What a sensor reads of the machine.
+    Samples read() {
+        HIDTemperatureSensor sensor(loader, log);
+        Samples samples;
+        for (const auto& sample : static_cast<TemperatureSensing&>(sensor).sample()) {
+            samples.emplace_back(sample.name, sample.celsius);
+        }
+        return samples;
+    }
+
     StandInLoader loader;
     RecordingLog log;
 };
@@ -69,21 +81,12 @@ TEST_F(IOKitHIDSymbolsTest, ANameThatTheLibraryDoesNotHaveIsNotBound) {
 
 TEST_F(IOKitHIDSymbolsTest, ASensorReadsTheNamedServicesAndGivesEverythingBack) {
     machine().services = {{"PMU tdie1", 61.5}, {"PMU tdie2", 63.25}, {"NAND CH0 temp", 40.0}};
-    HIDTemperatureSensor sensor(loader, log);
-
-    const auto samples = static_cast<TemperatureSensing&>(sensor).sample();
-    ASSERT_EQ(samples.size(), 3U);
-    EXPECT_EQ(samples[0].name, "PMU tdie1");
-    EXPECT_EQ(samples[0].celsius, 61.5);
-    EXPECT_EQ(samples[2].name, "NAND CH0 temp");
-    EXPECT_EQ(samples[2].celsius, 40.0);
+    EXPECT_EQ(read(), (Samples{{"PMU tdie1", 61.5}, {"PMU tdie2", 63.25}, {"NAND CH0 temp", 40.0}}));
 }
 
 TEST_F(IOKitHIDSymbolsTest, MatchesTemperatureServicesAndAsksForTheLevelOfATemperatureEvent) {
     machine().services = {{"gas gauge battery", 30.0}};
-    HIDTemperatureSensor sensor(loader, log);
-    const auto samples = static_cast<TemperatureSensing&>(sensor).sample();
-    ASSERT_EQ(samples.size(), 1U);
+    EXPECT_EQ(read(), (Samples{{"gas gauge battery", 30.0}}));
 
     const std::vector<std::pair<std::string, int>> wanted{{"PrimaryUsagePage", 65280}, {"PrimaryUsage", 5}};
     EXPECT_EQ(machine().matching, wanted);
@@ -91,27 +94,16 @@ TEST_F(IOKitHIDSymbolsTest, MatchesTemperatureServicesAndAsksForTheLevelOfATempe
     EXPECT_EQ(machine().fieldsAskedFor, (std::vector<int>{983040}));
 }
 
-TEST_F(IOKitHIDSymbolsTest, AServiceWithoutATextForANameIsPassedOver) {
-    machine().services = {{std::nullopt, 50.0}, {NoText{}, 51.0}, {"", 52.0}, {"PMU tdie1", 53.0}};
-    HIDTemperatureSensor sensor(loader, log);
-    const auto samples = static_cast<TemperatureSensing&>(sensor).sample();
-    ASSERT_EQ(samples.size(), 1U);
-    EXPECT_EQ(samples[0].celsius, 53.0);
+TEST_F(IOKitHIDSymbolsTest, AServiceWithoutATextForANameOrWithoutAnEventIsPassedOver) {
+    machine().services = {{std::nullopt, 50.0},        {NoText{}, 51.0},   {"", 52.0}, {"PMU tdie1", 53.0},
+                          {"PMU tdie2", std::nullopt}, {"PMU tdie3", 44.0}};
+    EXPECT_EQ(read(), (Samples{{"PMU tdie1", 53.0}, {"PMU tdie3", 44.0}}));
 }
 
 TEST_F(IOKitHIDSymbolsTest, NamesKeepEveryCharacter) {
     const std::string name = "Température du processeur, 日本 " + std::string(300, 'x');
     machine().services = {{name, 50.0}};
-    HIDTemperatureSensor sensor(loader, log);
-    const auto samples = static_cast<TemperatureSensing&>(sensor).sample();
-    ASSERT_EQ(samples.size(), 1U);
-    EXPECT_EQ(samples[0].name, name);
-}
-
-TEST_F(IOKitHIDSymbolsTest, AServiceWithoutAnEventIsPassedOver) {
-    machine().services = {{"PMU tdie1", std::nullopt}, {"PMU tdie2", 44.0}};
-    HIDTemperatureSensor sensor(loader, log);
-    EXPECT_EQ(static_cast<TemperatureSensing&>(sensor).sample().size(), 1U);
+    EXPECT_EQ(read(), (Samples{{name, 50.0}}));
 }
 
 TEST_F(IOKitHIDSymbolsTest, RediscoveringTenTimesLeavesNothingBehind) {

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace thermopix {
 namespace {
@@ -44,32 +47,28 @@ TEST_F(LeafSizesTest, OnlyTextThatWrapsDependsOnItsWidth) {
 
 TEST_F(LeafSizesTest, EverythingThatChangesTheSizeIsMeasuredAnew) {
     ViewNode leaf = text("Unit");
-    int wanted = 1;
-    const auto expectMeasured = [&] {
-        (void)size(leaf, 100);
-        EXPECT_EQ(measured, wanted++);
+    (void)size(leaf, 100);
+    const std::vector<std::function<void()>> changes{
+        [&] { leaf.text = "Style"; },
+        [&] { leaf.textStyle.points = 22; },
+        [&] { leaf.textStyle.isSemibold = true; },
+        [&] { leaf.textStyle.letterSpacing = 0.6; },
+        [&] { leaf.textStyle.lineSpacing = 2; },
+        [&] { leaf.kind = ViewKind::picker; },
+        [&] { leaf.pickerStyle = PickerStyle::segmented; },
+        [&] {
+            leaf.items = {{"Compact", "compact"}};
+        },
+        [&] {
+            leaf.items = {{"Comp", "compact"}, {"act", "large"}};
+        },
+        [&] { leaf.hidesLabel = true; },
     };
-    expectMeasured();
-    leaf.text = "Style";
-    expectMeasured();
-    leaf.textStyle.points = 22;
-    expectMeasured();
-    leaf.textStyle.isSemibold = true;
-    expectMeasured();
-    leaf.textStyle.letterSpacing = 0.6;
-    expectMeasured();
-    leaf.textStyle.lineSpacing = 2;
-    expectMeasured();
-    leaf.kind = ViewKind::picker;
-    expectMeasured();
-    leaf.pickerStyle = PickerStyle::segmented;
-    expectMeasured();
-    leaf.items = {{"Compact", "compact"}};
-    expectMeasured();
-    leaf.items = {{"Comp", "compact"}, {"act", "large"}};
-    expectMeasured();
-    leaf.hidesLabel = true;
-    expectMeasured();
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        changes[i]();
+        (void)size(leaf, 100);
+        EXPECT_EQ(measured, static_cast<int>(i) + 2) << "after change " << i;
+    }
 }
 
 TEST_F(LeafSizesTest, WhatDoesNotChangeTheSizeIsNotMeasuredAgain) {

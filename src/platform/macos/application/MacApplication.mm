@@ -7,27 +7,17 @@
 
 /// Hands what AppKit tells the application to the program.
 @interface ThermopixApplicationDelegate : NSObject <NSApplicationDelegate>
-- (instancetype)initWithDelegate:(thermopix::ApplicationDelegate&)delegate;
+@property(nonatomic) thermopix::ApplicationDelegate* program;
 @end
 
-@implementation ThermopixApplicationDelegate {
-    thermopix::ApplicationDelegate* _delegate;
-}
-
-- (instancetype)initWithDelegate:(thermopix::ApplicationDelegate&)delegate {
-    self = [super init];
-    if (self != nil) {
-        _delegate = &delegate;
-    }
-    return self;
-}
+@implementation ThermopixApplicationDelegate
 
 - (void)applicationDidFinishLaunching:(NSNotification*)__unused notification {
-    _delegate->applicationDidFinishLaunching();
+    _program->applicationDidFinishLaunching();
 }
 
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)__unused sender hasVisibleWindows:(BOOL)hasVisibleWindows {
-    return _delegate->applicationShouldHandleReopen(static_cast<bool>(hasVisibleWindows)) ? YES : NO;
+    return _program->applicationShouldHandleReopen(static_cast<bool>(hasVisibleWindows)) ? YES : NO;
 }
 
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)__unused application {
@@ -73,7 +63,8 @@ MacApplication::MacApplication() {
 
 void MacApplication::run(ApplicationDelegate& delegate) {
     delegate_ = &delegate;
-    forwarder_ = [[ThermopixApplicationDelegate alloc] initWithDelegate:delegate];
+    forwarder_ = [[ThermopixApplicationDelegate alloc] init];
+    forwarder_.program = &delegate;
     NSApplication.sharedApplication.delegate = forwarder_;
     [NSApplication.sharedApplication run];
     NSApplication.sharedApplication.delegate = nil;

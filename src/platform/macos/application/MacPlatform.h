@@ -30,6 +30,7 @@ public:
     [[nodiscard]] ThermalStateReader& thermalState() override { return thermalState_; }
     [[nodiscard]] HIDSymbolLoader& hidSymbols() override { return hidSymbols_; }
     [[nodiscard]] std::unique_ptr<LoginItemManaging> makeLoginItem() override;
+    /// Of the update framework where this build was made with it, else one that says that there is none.
     [[nodiscard]] std::unique_ptr<UpdaterManaging> makeUpdater() override;
     [[nodiscard]] bool isInsideUnitTestHost() const override;
 

@@ -1,6 +1,6 @@
 #import <Sparkle/Sparkle.h>
 
-#include "platform/macos/application/MacUpdater.h"
+#include "platform/macos/application/MacPlatform.h"
 
 namespace thermopix {
 
@@ -27,8 +27,11 @@ private:
 
 }  // namespace
 
-std::unique_ptr<UpdaterManaging> makeMacUpdater(DiagnosticLog&) {
-    return std::make_unique<SparkleUpdater>();
+std::unique_ptr<UpdaterManaging> MacPlatform::makeUpdater() {
+    // The application's event loop, which has a pool of its own, is not running yet.
+    @autoreleasepool {
+        return std::make_unique<SparkleUpdater>();
+    }
 }
 
 }  // namespace thermopix

@@ -1,10 +1,10 @@
-#include "platform/macos/application/MacUpdater.h"
+#include "platform/macos/application/MacPlatform.h"
 #include "system/UnavailableUpdater.h"
 
 namespace thermopix {
 
-std::unique_ptr<UpdaterManaging> makeMacUpdater(DiagnosticLog& log) {
-    return std::make_unique<UnavailableUpdater>(log);
+std::unique_ptr<UpdaterManaging> MacPlatform::makeUpdater() {
+    return std::make_unique<UnavailableUpdater>(log_);
 }
 
 }  // namespace thermopix

@@ -7,51 +7,31 @@
 
 namespace thermopix {
 
-namespace {
-
-class AppKitCanvas final : public StatusImageCanvas {
-public:
-    AppKitCanvas(NSGraphicsContext* context, NSColor* color) : context_(context), color_(color) { [color_ setFill]; }
-
-    void setAntialiasing(bool antialiases) override { context_.shouldAntialias = antialiases ? YES : NO; }
-
-    void fillRectangle(const Frame& frame, double opacity) override {
-        withInk(opacity, [&] { [NSBezierPath fillRect:NSMakeRect(frame.x, frame.y, frame.width, frame.height)]; });
-    }
-
-    void fillOval(const Frame& frame, double opacity) override {
-        withInk(opacity, [&] {
-            [[NSBezierPath bezierPathWithOvalInRect:NSMakeRect(frame.x, frame.y, frame.width, frame.height)] fill];
-        });
-    }
-
-private:
-    // The colour of full ink stays set; fainter ink is the exception.
-    template <typename Fill>
-    void withInk(double opacity, Fill fill) {
-        if (opacity >= 1) {
-            fill();
-            return;
-        }
-        [NSGraphicsContext saveGraphicsState];
-        context_.compositingOperation = NSCompositingOperationSourceOver;
-        [[color_ colorWithAlphaComponent:color_.alphaComponent * opacity] setFill];
-        fill();
-        [NSGraphicsContext restoreGraphicsState];
-    }
-
-    NSGraphicsContext* context_;
-    NSColor* color_;
-};
-
-}  // namespace
-
 void drawInCurrentContext(const StatusImage& image, NSColor* color) {
     NSGraphicsContext* context = NSGraphicsContext.currentContext;
-    if (context != nil) {
-        AppKitCanvas canvas(context, color);
-        drawStatusImage(image, canvas);
+    if (context == nil) {
+        return;
     }
+    [color setFill];
+    context.shouldAntialias = image.isRound ? YES : NO;
+    fillCells(image, [&](const Frame& cell, double opacity) {
+        // The colour of full ink stays set; fainter ink is the exception.
+        const bool isFaint = opacity < 1;
+        if (isFaint) {
+            [NSGraphicsContext saveGraphicsState];
+            context.compositingOperation = NSCompositingOperationSourceOver;
+            [[color colorWithAlphaComponent:color.alphaComponent * opacity] setFill];
+        }
+        const NSRect square = NSMakeRect(cell.x, cell.y, cell.width, cell.height);
+        if (image.isRound) {
+            [[NSBezierPath bezierPathWithOvalInRect:square] fill];
+        } else {
+            [NSBezierPath fillRect:square];
+        }
+        if (isFaint) {
+            [NSGraphicsContext restoreGraphicsState];
+        }
+    });
 }
 
 NSImage* nsImage(const StatusImage& picture) {

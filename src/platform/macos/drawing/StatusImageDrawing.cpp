@@ -4,21 +4,15 @@
 
 namespace thermopix {
 
-void drawStatusImage(const StatusImage& image, StatusImageCanvas& canvas) {
+void fillCells(const StatusImage& image, FillCell fill) {
     const double side = image.cell - 2 * image.inset;
-    canvas.setAntialiasing(image.isRound);
     for (std::int64_t y = 0; y < image.bitmap.height(); ++y) {
         for (std::int64_t x = 0; x < image.bitmap.width(); ++x) {
             const Ink ink = image.bitmap.at(x, y);
-            if (ink == Ink::none) {
-                continue;
-            }
-            const Frame cell{static_cast<double>(x) * image.cell + image.inset,
-                             static_cast<double>(y) * image.cell + image.inset, side, side};
-            if (image.isRound) {
-                canvas.fillOval(cell, alpha(ink));
-            } else {
-                canvas.fillRectangle(cell, alpha(ink));
+            if (ink != Ink::none) {
+                fill({static_cast<double>(x) * image.cell + image.inset,
+                      static_cast<double>(y) * image.cell + image.inset, side, side},
+                     alpha(ink));
             }
         }
     }

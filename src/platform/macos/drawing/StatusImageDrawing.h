@@ -1,21 +1,16 @@
 #pragma once
 
+#include "base/FunctionView.h"
 #include "pixels/StatusImage.h"
 #include "shell/ViewLayout.h"
 
 namespace thermopix {
 
-/// What drawing a picture asks of a graphics context; points, origin top left.
-class StatusImageCanvas {
-public:
-    virtual ~StatusImageCanvas() = default;
-    virtual void setAntialiasing(bool antialiases) = 0;
-    /// Opacity is that of the ink, 0 to 1.
-    virtual void fillRectangle(const Frame& frame, double opacity) = 0;
-    virtual void fillOval(const Frame& frame, double opacity) = 0;
-};
+/// Fills a square, or the circle in it, in points with their origin at the top left. Opacity is that of the ink, 0
+/// to 1.
+using FillCell = FunctionView<void(const Frame& cell, double opacity)>;
 
-/// Draws every inked cell, row by row from the top left; nothing for the blank picture.
-void drawStatusImage(const StatusImage& image, StatusImageCanvas& canvas);
+/// Fills every inked cell, row by row from the top left; nothing for the blank picture.
+void fillCells(const StatusImage& image, FillCell fill);
 
 }  // namespace thermopix

@@ -38,7 +38,6 @@ public:
     [[nodiscard]] NSMenu* _Nullable windowsMenu() const;
 
 private:
-    [[nodiscard]] bool hasItemsLike(const Menu& menu) const;
     void rebuild(const Menu& menu);
     [[nodiscard]] NSMenuItem* makeItem(const MenuItem& value, std::size_t index);
     [[nodiscard]] NSMenuItem* makeActionItem(const MenuItem& value, std::size_t index);

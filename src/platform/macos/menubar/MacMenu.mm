@@ -1,32 +1,21 @@
 #include "platform/macos/menubar/MacMenu.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
 #include "platform/macos/drawing/AttributedText.h"
-#include "platform/macos/menubar/KeyEquivalent.h"
 #include "platform/macos/menubar/StandardActions.h"
 #include "platform/macos/system/Text.h"
 
 /// Target of the items that the program performs itself, and delegate of their menu.
 @interface ThermopixMenuTarget : NSObject <NSMenuDelegate>
-- (instancetype)initWithPerform:(std::function<void(std::size_t)>)perform willOpen:(std::function<void()>)willOpen;
+@property(nonatomic) std::function<void(std::size_t)> perform;
+@property(nonatomic) std::function<void()> willOpen;
 - (void)performItem:(NSMenuItem*)sender;
 @end
 
-@implementation ThermopixMenuTarget {
-    std::function<void(std::size_t)> _perform;
-    std::function<void()> _willOpen;
-}
-
-- (instancetype)initWithPerform:(std::function<void(std::size_t)>)perform willOpen:(std::function<void()>)willOpen {
-    self = [super init];
-    if (self != nil) {
-        _perform = std::move(perform);
-        _willOpen = std::move(willOpen);
-    }
-    return self;
-}
+@implementation ThermopixMenuTarget
 
 - (void)performItem:(NSMenuItem*)sender {
     _perform(static_cast<std::size_t>(sender.tag));
@@ -44,9 +33,20 @@ namespace thermopix {
 
 namespace {
 
-static_assert(static_cast<NSEventModifierFlags>(ModifierFlag::shift) == NSEventModifierFlagShift);
-static_assert(static_cast<NSEventModifierFlags>(ModifierFlag::option) == NSEventModifierFlagOption);
-static_assert(static_cast<NSEventModifierFlags>(ModifierFlag::command) == NSEventModifierFlagCommand);
+constexpr NSEventModifierFlags modifierFlags(KeyModifiers modifiers) {
+    switch (modifiers) {
+        case KeyModifiers::command:
+            return NSEventModifierFlagCommand;
+        case KeyModifiers::commandOption:
+            return NSEventModifierFlagCommand | NSEventModifierFlagOption;
+        case KeyModifiers::commandShift:
+            return NSEventModifierFlagCommand | NSEventModifierFlagShift;
+    }
+    return 0;
+}
+static_assert(modifierFlags(KeyModifiers::command) == 0x100000);
+static_assert(modifierFlags(KeyModifiers::commandOption) == 0x180000);
+static_assert(modifierFlags(KeyModifiers::commandShift) == 0x120000);
 
 constexpr CGFloat headlinePoints = 15;
 constexpr CGFloat captionPoints = 11;
@@ -105,25 +105,28 @@ bool isAction(const MenuItem& value) {
     return value.kind == MenuItemKind::action || value.kind == MenuItemKind::information;
 }
 
-// Whether an item for `a` can be brought up to date to show `b`.
-bool isSameItem(MenuItem a, const MenuItem& b) {
-    a.title = b.title;
-    a.isEnabled = b.isEnabled;
-    a.isHidden = b.isHidden;
-    a.isOn = b.isOn;
-    return a == b;
+// Whether an item that shows `shown` can be brought up to date to show `value`.
+bool isSameItem(MenuItem shown, const MenuItem& value) {
+    if (isAction(value)) {
+        shown.title = value.title;
+        shown.isEnabled = value.isEnabled;
+        shown.isHidden = value.isHidden;
+        shown.isOn = value.isOn;
+    }
+    return shown == value;
 }
 
 }  // namespace
 
 MacMenu::MacMenu(Enabling enabling, Perform perform, std::function<void()> willOpen)
     : enabling_(enabling), perform_(std::move(perform)), menu_([[NSMenu alloc] initWithTitle:@""]) {
-    const auto performItem = [this](std::size_t index) {
+    target_ = [[ThermopixMenuTarget alloc] init];
+    target_.perform = [this](std::size_t index) {
         // The item may change while it is performed.
         const MenuItem item = shown_.items.at(index);
         perform_(item);
     };
-    target_ = [[ThermopixMenuTarget alloc] initWithPerform:performItem willOpen:std::move(willOpen)];
+    target_.willOpen = std::move(willOpen);
     menu_.delegate = target_;
     menu_.autoenablesItems = enabling == Enabling::byResponder ? YES : NO;
 }
@@ -133,14 +136,16 @@ MacMenu::~MacMenu() {
 }
 
 void MacMenu::show(const Menu& menu) {
-    if (!hasItemsLike(menu)) {
+    const auto& items = shown_.items;
+    const bool hasItems = shown_.title == menu.title &&
+                          std::equal(items.begin(), items.end(), menu.items.begin(), menu.items.end(), isSameItem);
+    if (!hasItems) {
         rebuild(menu);
     } else {
         for (std::size_t i = 0; i < menu.items.size(); ++i) {
-            const MenuItem& value = menu.items[i];
             NSMenuItem* item = [menu_ itemAtIndex:static_cast<NSInteger>(i)];
-            if (isAction(value) && value != shown_.items[i] && item != nil) {
-                apply(value, item);
+            if (menu.items[i] != shown_.items[i] && item != nil) {
+                apply(menu.items[i], item);
             }
         }
     }
@@ -154,20 +159,6 @@ NSMenu* MacMenu::windowsMenu() const {
         }
     }
     return nil;
-}
-
-bool MacMenu::hasItemsLike(const Menu& menu) const {
-    if (menu.title != shown_.title || menu.items.size() != shown_.items.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < menu.items.size(); ++i) {
-        const MenuItem& value = menu.items[i];
-        const bool isSame = isAction(value) ? isSameItem(shown_.items[i], value) : shown_.items[i] == value;
-        if (!isSame) {
-            return false;
-        }
-    }
-    return true;
 }
 
 void MacMenu::rebuild(const Menu& menu) {
@@ -210,7 +201,7 @@ NSMenuItem* MacMenu::makeActionItem(const MenuItem& value, std::size_t index) {
         item.action = @selector(performItem:);
         item.tag = static_cast<NSInteger>(index);
     }
-    item.keyEquivalentModifierMask = static_cast<NSEventModifierFlags>(modifierMask(value.modifiers));
+    item.keyEquivalentModifierMask = modifierFlags(value.modifiers);
     item.image = symbolImage(value.symbol);
     if (!value.identifier.empty()) {
         item.identifier = nsString(value.identifier);

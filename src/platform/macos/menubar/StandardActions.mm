@@ -1,5 +1,8 @@
 #include "platform/macos/menubar/StandardActions.h"
 
+#include <algorithm>
+#include <array>
+
 /// Actions of the responder chain that no public class declares.
 @protocol ThermopixUndoActions
 - (void)undo:(id)sender;
@@ -9,45 +12,27 @@
 namespace thermopix {
 
 SEL standardAction(MenuAction action) {
-    switch (action) {
-        case MenuAction::hide:
-            return @selector(hide:);
-        case MenuAction::hideOtherApplications:
-            return @selector(hideOtherApplications:);
-        case MenuAction::unhideAllApplications:
-            return @selector(unhideAllApplications:);
-        case MenuAction::terminate:
-            return @selector(terminate:);
-        case MenuAction::undo:
-            return @selector(undo:);
-        case MenuAction::redo:
-            return @selector(redo:);
-        case MenuAction::cut:
-            return @selector(cut:);
-        case MenuAction::copy:
-            return @selector(copy:);
-        case MenuAction::paste:
-            return @selector(paste:);
-        case MenuAction::selectAll:
-            return @selector(selectAll:);
-        case MenuAction::performClose:
-            return @selector(performClose:);
-        case MenuAction::performMiniaturize:
-            return @selector(performMiniaturize:);
-        case MenuAction::arrangeInFront:
-            return @selector(arrangeInFront:);
-        case MenuAction::none:
-        case MenuAction::selectPet:
-        case MenuAction::selectUnit:
-        case MenuAction::selectStyle:
-        case MenuAction::openPreferencesItem:
-        case MenuAction::checkForUpdates:
-        case MenuAction::showAbout:
-        case MenuAction::quit:
-        case MenuAction::showAboutPanel:
-            break;
-    }
-    return nullptr;
+    struct Row {
+        MenuAction action;
+        SEL selector;
+    };
+    static const std::array rows{
+        Row{MenuAction::hide, @selector(hide:)},
+        Row{MenuAction::hideOtherApplications, @selector(hideOtherApplications:)},
+        Row{MenuAction::unhideAllApplications, @selector(unhideAllApplications:)},
+        Row{MenuAction::terminate, @selector(terminate:)},
+        Row{MenuAction::undo, @selector(undo:)},
+        Row{MenuAction::redo, @selector(redo:)},
+        Row{MenuAction::cut, @selector(cut:)},
+        Row{MenuAction::copy, @selector(copy:)},
+        Row{MenuAction::paste, @selector(paste:)},
+        Row{MenuAction::selectAll, @selector(selectAll:)},
+        Row{MenuAction::performClose, @selector(performClose:)},
+        Row{MenuAction::performMiniaturize, @selector(performMiniaturize:)},
+        Row{MenuAction::arrangeInFront, @selector(arrangeInFront:)},
+    };
+    const auto* row = std::find_if(rows.begin(), rows.end(), [&](const Row& each) { return each.action == action; });
+    return row != rows.end() ? row->selector : nullptr;
 }
 
 }  // namespace thermopix

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 #include "platform/macos/sensors/CoreFoundationHandle.h"
@@ -111,32 +112,21 @@ bool IOKitHIDSymbols::bind(std::string_view name, HIDSymbols& symbols) {
         return false;
     }
     if (name == "IOHIDEventSystemClientCreate") {
-        symbols.create = [function = reinterpret_cast<CreateFunction>(found)] {
-            return owned(function(kCFAllocatorDefault));
+        symbols.create = [create = reinterpret_cast<CreateFunction>(found)] {
+            return owned(create(kCFAllocatorDefault));
         };
     } else if (name == "IOHIDEventSystemClientSetMatching") {
-        symbols.setMatching = [function = reinterpret_cast<SetMatchingFunction>(found)](
-                                  void* client, const std::array<HIDMatching, 2>& matching) {
-            setMatching(function, client, matching);
-        };
+        symbols.setMatching = std::bind_front(setMatching, reinterpret_cast<SetMatchingFunction>(found));
     } else if (name == "IOHIDEventSystemClientCopyServices") {
-        symbols.copyServices = [function = reinterpret_cast<CopyServicesFunction>(found)](void* client) {
-            return copyServices(function, client);
-        };
+        symbols.copyServices = std::bind_front(copyServices, reinterpret_cast<CopyServicesFunction>(found));
     } else if (name == "IOHIDServiceClientCopyProperty") {
-        symbols.copyProperty = [function = reinterpret_cast<CopyPropertyFunction>(found)](void* service,
-                                                                                          std::string_view key) {
-            return copyProperty(function, service, key);
-        };
+        symbols.copyProperty = std::bind_front(copyProperty, reinterpret_cast<CopyPropertyFunction>(found));
     } else if (name == "IOHIDServiceClientCopyEvent") {
-        symbols.copyEvent = [function = reinterpret_cast<CopyEventFunction>(found)](
-                                void* service, std::int64_t type, std::int32_t options, std::int64_t timestamp) {
-            return owned(function(service, type, options, timestamp));
+        symbols.copyEvent = [copy = reinterpret_cast<CopyEventFunction>(found)](auto... arguments) {
+            return owned(copy(arguments...));
         };
     } else if (name == "IOHIDEventGetFloatValue") {
-        symbols.getFloat = [function = reinterpret_cast<GetFloatFunction>(found)](void* event, std::int32_t field) {
-            return function(event, field);
-        };
+        symbols.getFloat = reinterpret_cast<GetFloatFunction>(found);
     } else {
         return false;
     }

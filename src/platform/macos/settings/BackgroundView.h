@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/macos/settings/NodeViews.h"
 #include "shell/ViewNode.h"
 
 NS_ASSUME_NONNULL_BEGIN
@@ -14,7 +15,7 @@ namespace thermopix {
 }  // namespace thermopix
 
 /// Fills the view that it lies in with a node's background, behind everything else.
-@interface ThermopixBackgroundView : NSView
+@interface ThermopixBackgroundView : ThermopixContainerView
 
 - (void)showBackground:(const thermopix::Background&)background;
 

@@ -2,7 +2,6 @@
 
 #import <QuartzCore/QuartzCore.h>
 
-#include <optional>
 #include <variant>
 
 #include "platform/macos/settings/Palette.h"
@@ -13,34 +12,22 @@ namespace {
 
 constexpr CGFloat downwards = 90;
 
-std::optional<RoleColor> roleOf(const Fill& fill) {
-    const auto* role = std::get_if<RoleColor>(&fill);
-    return role != nullptr ? std::optional(*role) : std::nullopt;
-}
-
 bool isSidebar(const Background& background) {
-    const auto role = roleOf(background.fill);
-    return role && role->role == ColorRole::sidebar;
+    const auto* color = std::get_if<RoleColor>(&background.fill);
+    return color != nullptr && color->role == ColorRole::sidebar;
 }
 
-void drawGradient(const Gradient& gradient, NSBezierPath* path) {
-    NSGradient* colors = [[NSGradient alloc] initWithStartingColor:nsColor(gradient.top)
-                                                       endingColor:nsColor(gradient.bottom)];
-    [colors drawInBezierPath:path angle:downwards];
+bool isEmpty(const Fill& fill) {
+    return std::holds_alternative<std::monostate>(fill);
 }
 
 }  // namespace
 
 bool isVisible(const Background& background) {
-    return !std::holds_alternative<std::monostate>(background.fill) ||
-           !std::holds_alternative<std::monostate>(background.hoverFill) || background.border.has_value();
+    return !isEmpty(background.fill) || !isEmpty(background.hoverFill) || background.border.has_value();
 }
 
 }  // namespace thermopix
-
-@interface ThermopixBackgroundView ()
-- (void)showMaterial:(bool)isShown;
-@end
 
 @implementation ThermopixBackgroundView {
     thermopix::Background _background;
@@ -60,27 +47,19 @@ bool isVisible(const Background& background) {
 
 - (void)showBackground:(const thermopix::Background&)background {
     _background = background;
-    [self showMaterial:thermopix::isSidebar(background)];
-    [self updateTrackingAreas];
-    self.needsDisplay = YES;
-}
-
-- (void)showMaterial:(bool)isShown {
-    if (isShown && _material == nil) {
+    if (!thermopix::isSidebar(background)) {
+        [_material removeFromSuperview];
+        _material = nil;
+    } else if (_material == nil) {
         _material = [[NSVisualEffectView alloc] initWithFrame:self.bounds];
         _material.material = NSVisualEffectMaterialSidebar;
         _material.blendingMode = NSVisualEffectBlendingModeBehindWindow;
         _material.state = NSVisualEffectStateFollowsWindowActiveState;
         _material.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
         [self addSubview:_material];
-    } else if (!isShown && _material != nil) {
-        [_material removeFromSuperview];
-        _material = nil;
     }
-}
-
-- (BOOL)isFlipped {
-    return YES;
+    [self updateTrackingAreas];
+    self.needsDisplay = YES;
 }
 
 // A gradient is drawn; everything else is left to the layer, which knows continuous corners.
@@ -89,12 +68,12 @@ bool isVisible(const Background& background) {
 }
 
 - (void)updateLayer {
-    const bool isAtRest = !std::holds_alternative<std::monostate>(_background.fill) || _hovering == NO;
-    const auto role = thermopix::roleOf(isAtRest ? _background.fill : _background.hoverFill);
+    const bool isAtRest = !thermopix::isEmpty(_background.fill) || _hovering == NO;
+    const auto* color = std::get_if<thermopix::RoleColor>(isAtRest ? &_background.fill : &_background.hoverFill);
     CALayer* layer = self.layer;
     layer.cornerRadius = _background.cornerRadius;
     layer.cornerCurve = kCACornerCurveContinuous;
-    layer.backgroundColor = role ? thermopix::nsColor(*role).CGColor : nullptr;
+    layer.backgroundColor = color != nullptr ? thermopix::nsColor(*color).CGColor : nullptr;
     layer.borderWidth = _background.border ? _background.borderWidth : 0;
     layer.borderColor = _background.border ? thermopix::nsColor(*_background.border).CGColor : nullptr;
 }
@@ -109,7 +88,9 @@ bool isVisible(const Background& background) {
     NSBezierPath* path = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(self.bounds, inset, inset)
                                                          xRadius:_background.cornerRadius
                                                          yRadius:_background.cornerRadius];
-    thermopix::drawGradient(*gradient, path);
+    NSGradient* colors = [[NSGradient alloc] initWithStartingColor:thermopix::nsColor(gradient->top)
+                                                       endingColor:thermopix::nsColor(gradient->bottom)];
+    [colors drawInBezierPath:path angle:thermopix::downwards];
     if (_background.border) {
         [thermopix::nsColor(*_background.border) setStroke];
         path.lineWidth = _background.borderWidth;
@@ -123,7 +104,7 @@ bool isVisible(const Background& background) {
         [self removeTrackingArea:_trackingArea];
         _trackingArea = nil;
     }
-    if (std::holds_alternative<std::monostate>(_background.hoverFill)) {
+    if (thermopix::isEmpty(_background.hoverFill)) {
         return;
     }
     _trackingArea = [[NSTrackingArea alloc]

@@ -11,21 +11,11 @@
 
 /// Target of every control of a tree.
 @interface ThermopixControlTarget : NSObject
-- (instancetype)initWithHandler:(std::function<void(NSView*)>)handler;
+@property(nonatomic) std::function<void(NSView*)> handler;
 - (void)controlOperated:(NSView*)sender;
 @end
 
-@implementation ThermopixControlTarget {
-    std::function<void(NSView*)> _handler;
-}
-
-- (instancetype)initWithHandler:(std::function<void(NSView*)>)handler {
-    self = [super init];
-    if (self != nil) {
-        _handler = std::move(handler);
-    }
-    return self;
-}
+@implementation ThermopixControlTarget
 
 - (void)controlOperated:(NSView*)sender {
     _handler(sender);
@@ -66,7 +56,9 @@ MacViewTree::MacViewTree(Size size, std::function<void(const ViewEvent&)> onEven
     : size_(size),
       onEvent_(std::move(onEvent)),
       container_([[ThermopixContainerView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)]),
-      target_([[ThermopixControlTarget alloc] initWithHandler:[this](NSView* control) { operated(control); }]) {}
+      target_([[ThermopixControlTarget alloc] init]) {
+    target_.handler = [this](NSView* control) { operated(control); };
+}
 
 MacViewTree::~MacViewTree() {
     [container_ removeFromSuperview];

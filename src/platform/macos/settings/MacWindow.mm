@@ -6,24 +6,11 @@
 
 /// Tells of what the user does with the window.
 @interface ThermopixWindowDelegate : NSObject <NSWindowDelegate>
-- (instancetype)initWithWillClose:(std::function<void()>)willClose
-                 visibilityChange:(std::function<void()>)visibilityChange;
+@property(nonatomic) std::function<void()> willClose;
+@property(nonatomic) std::function<void()> visibilityChange;
 @end
 
-@implementation ThermopixWindowDelegate {
-    std::function<void()> _willClose;
-    std::function<void()> _visibilityChange;
-}
-
-- (instancetype)initWithWillClose:(std::function<void()>)willClose
-                 visibilityChange:(std::function<void()>)visibilityChange {
-    self = [super init];
-    if (self != nil) {
-        _willClose = std::move(willClose);
-        _visibilityChange = std::move(visibilityChange);
-    }
-    return self;
-}
+@implementation ThermopixWindowDelegate
 
 - (void)windowWillClose:(NSNotification*)__unused notification {
     _willClose();
@@ -72,9 +59,10 @@ NSWindow* makeWindow(const WindowDescription& description, NSView* content) {
 
 MacWindow::MacWindow(const WindowDescription& description, MainLoop& mainLoop)
     : mainLoop_(mainLoop),
-      delegate_([[ThermopixWindowDelegate alloc] initWithWillClose:[this] { willClose(); }
-          visibilityChange:[this] { reportVisibility(); }]),
+      delegate_([[ThermopixWindowDelegate alloc] init]),
       tree_({description.width, description.height}, [this](const ViewEvent& event) { operated(event); }) {
+    delegate_.willClose = [this] { willClose(); };
+    delegate_.visibilityChange = [this] { reportVisibility(); };
     window_ = makeWindow(description, tree_.view());
     window_.delegate = delegate_;
 }

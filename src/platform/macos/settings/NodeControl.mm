@@ -15,10 +15,14 @@ View* as(NSView* view) {
     return static_cast<View*>(view);
 }
 
-NSView* makeControl(NSControl* control, id target, SEL action) {
-    control.target = target;
-    control.action = action;
-    return control;
+NSView* makeButton(const ViewNode& node, id target, SEL action) {
+    if (node.children.empty()) {
+        return [NSButton buttonWithTitle:nsString(node.text) target:target action:action];
+    }
+    ThermopixRowButton* button = [[ThermopixRowButton alloc] initWithFrame:NSZeroRect];
+    button.target = target;
+    button.action = action;
+    return button;
 }
 
 NSView* makePicker(const ViewNode& node, id target, SEL action) {
@@ -135,9 +139,7 @@ NSView* makeNodeView(const ViewNode& node, id target, SEL action) {
         case ViewKind::pixelImage:
             return [[ThermopixPixelView alloc] initWithFrame:NSZeroRect];
         case ViewKind::button:
-            return node.children.empty()
-                       ? [NSButton buttonWithTitle:nsString(node.text) target:target action:action]
-                       : makeControl([[ThermopixRowButton alloc] initWithFrame:NSZeroRect], target, action);
+            return makeButton(node, target, action);
         case ViewKind::toggle:
             return [NSButton checkboxWithTitle:nsString(node.text) target:target action:action];
         case ViewKind::picker:

@@ -17,12 +17,12 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 /// Pixel art in one colour.
-@interface ThermopixPixelView : NSView
+@interface ThermopixPixelView : ThermopixContainerView
 - (void)showImage:(const thermopix::StatusImage&)image color:(NSColor*)color;
 @end
 
 /// A pop-up button with its title before it.
-@interface ThermopixMenuPicker : NSView
+@interface ThermopixMenuPicker : ThermopixContainerView
 @property(nonatomic, readonly) NSTextField* label;
 @property(nonatomic, readonly) NSPopUpButton* button;
 @end

@@ -55,10 +55,6 @@
     self.needsDisplay = YES;
 }
 
-- (BOOL)isFlipped {
-    return YES;
-}
-
 - (void)drawRect:(NSRect)__unused dirtyRect {
     if (_color != nil) {
         thermopix::drawInCurrentContext(_image, _color);
@@ -75,12 +71,16 @@ void place(NSView* view, CGFloat x, NSSize size, CGFloat height) {
     view.frame = [view frameForAlignmentRect:NSMakeRect(x, (height - size.height) / 2, size.width, size.height)];
 }
 
-}  // namespace
-
-@interface ThermopixMenuPicker ()
 // With the space up to the button; nothing when the title is hidden.
-- (NSSize)labelSize;
-@end
+NSSize spaceOf(NSTextField* label) {
+    if (label.hidden) {
+        return NSZeroSize;
+    }
+    const NSSize size = label.intrinsicContentSize;
+    return NSMakeSize(size.width + labelSpacing, size.height);
+}
+
+}  // namespace
 
 @implementation ThermopixMenuPicker
 
@@ -95,29 +95,17 @@ void place(NSView* view, CGFloat x, NSSize size, CGFloat height) {
     return self;
 }
 
-- (BOOL)isFlipped {
-    return YES;
-}
-
 - (NSSize)intrinsicContentSize {
-    const NSSize label = [self labelSize];
+    const NSSize label = spaceOf(_label);
     const NSSize button = _button.intrinsicContentSize;
     return NSMakeSize(label.width + button.width, std::max(label.height, button.height));
 }
 
 - (void)setFrameSize:(NSSize)size {
     [super setFrameSize:size];
-    const NSSize label = [self labelSize];
+    const NSSize label = spaceOf(_label);
     place(_label, 0, NSMakeSize(std::max(CGFloat{0}, label.width - labelSpacing), label.height), size.height);
     place(_button, label.width, _button.intrinsicContentSize, size.height);
-}
-
-- (NSSize)labelSize {
-    if (_label.hidden) {
-        return NSZeroSize;
-    }
-    const NSSize size = _label.intrinsicContentSize;
-    return NSMakeSize(size.width + labelSpacing, size.height);
 }
 
 @end

@@ -1,6 +1,7 @@
 #include "platform/macos/standins/CoreFoundationStandIn.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <unordered_map>
@@ -14,8 +15,8 @@ struct Object {
     Kind kind = Kind::other;
     int references = 1;
     std::string text;
-    int number = 0;
-    std::vector<CFTypeRef> keys;
+    double value = 0;
+    /// The items of an array; of a dictionary each key and its value.
     std::vector<CFTypeRef> items;
 };
 
@@ -56,10 +57,8 @@ void CFRelease(CFTypeRef cf) {
     }
     const auto gone = std::move(found->second);
     objects.erase(found);
-    for (const auto& held : {gone->keys, gone->items}) {
-        for (CFTypeRef each : held) {
-            CFRelease(each);
-        }
+    for (CFTypeRef each : gone->items) {
+        CFRelease(each);
     }
 }
 
@@ -98,7 +97,7 @@ CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value)
         return nullptr;
     }
     Object& made = make(Kind::number);
-    std::memcpy(&made.number, value, sizeof made.number);
+    made.value = *static_cast<const std::int32_t*>(value);
     return reinterpret_cast<CFNumberRef>(&made);
 }
 
@@ -118,7 +117,7 @@ CFDictionaryRef CFDictionaryCreate(CFAllocatorRef, const void** keys, const void
     }
     Object& made = make(Kind::dictionary);
     for (CFIndex i = 0; i < count; ++i) {
-        made.keys.push_back(CFRetain(keys[i]));
+        made.items.push_back(CFRetain(keys[i]));
         made.items.push_back(CFRetain(values[i]));
     }
     return reinterpret_cast<CFDictionaryRef>(&made);
@@ -132,8 +131,10 @@ CFStringRef makeString(std::string text) {
     return reinterpret_cast<CFStringRef>(&made);
 }
 
-CFTypeRef makeOther() {
-    return &make(Kind::other);
+CFTypeRef makeOther(double value) {
+    Object& made = make(Kind::other);
+    made.value = value;
+    return &made;
 }
 
 CFArrayRef makeArray(const std::vector<CFTypeRef>& items) {
@@ -144,19 +145,19 @@ CFArrayRef makeArray(const std::vector<CFTypeRef>& items) {
     return reinterpret_cast<CFArrayRef>(&made);
 }
 
-std::string text(CFStringRef string) {
+const std::string& text(CFStringRef string) {
     return object(string).text;
 }
 
-int number(CFNumberRef number) {
-    return object(number).number;
+double value(CFTypeRef other) {
+    return object(other).value;
 }
 
 std::vector<std::pair<std::string, int>> entries(CFDictionaryRef dictionary) {
-    const Object& held = object(dictionary);
+    const auto& items = object(dictionary).items;
     std::vector<std::pair<std::string, int>> found;
-    for (std::size_t i = 0; i < held.keys.size(); ++i) {
-        found.emplace_back(object(held.keys[i]).text, object(held.items[i]).number);
+    for (std::size_t i = 0; i < items.size(); i += 2) {
+        found.emplace_back(object(items[i]).text, static_cast<int>(object(items[i + 1]).value));
     }
     return found;
 }

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 
 #include "platform/macos/standins/CoreFoundationStandIn.h"
 
@@ -10,18 +9,11 @@ namespace thermopix::HIDEventSystemStandIn {
 
 namespace {
 
-// Services belong to the system; a copy of the list holds them once more.
+// Services belong to the system; a copy of the list holds them once more. Each stands for its place in the machine.
 std::vector<CFTypeRef> published;
-std::map<const void*, double> levels;
 
 const Service& serviceOf(const void* handle) {
-    for (std::size_t i = 0; i < published.size(); ++i) {
-        if (published[i] == handle) {
-            return machine().services.at(i);
-        }
-    }
-    static const Service none;
-    return none;
+    return machine().services.at(static_cast<std::size_t>(CoreFoundationStandIn::value(handle)));
 }
 
 }  // namespace
@@ -36,7 +28,6 @@ void shutDown() {
         CFRelease(service);
     }
     published.clear();
-    levels.clear();
     machine() = {};
 }
 
@@ -56,7 +47,7 @@ CFArrayRef IOHIDEventSystemClientCopyServices(void*) {
         return nullptr;
     }
     while (published.size() < machine().services.size()) {
-        published.push_back(CoreFoundationStandIn::makeOther());
+        published.push_back(CoreFoundationStandIn::makeOther(static_cast<double>(published.size())));
     }
     return CoreFoundationStandIn::makeArray(published);
 }
@@ -74,17 +65,12 @@ CFTypeRef IOHIDServiceClientCopyProperty(void* service, CFStringRef key) {
 void* IOHIDServiceClientCopyEvent(void* service, std::int64_t type, std::int32_t options, std::int64_t timestamp) {
     machine().eventsAskedFor.push_back({type, options, timestamp});
     const auto celsius = serviceOf(service).celsius;
-    if (!celsius) {
-        return nullptr;
-    }
-    void* event = const_cast<void*>(CoreFoundationStandIn::makeOther());
-    levels[event] = *celsius;
-    return event;
+    return celsius ? const_cast<void*>(CoreFoundationStandIn::makeOther(*celsius)) : nullptr;
 }
 
 double IOHIDEventGetFloatValue(void* event, std::int32_t field) {
     machine().fieldsAskedFor.push_back(field);
-    return levels.at(event);
+    return CoreFoundationStandIn::value(event);
 }
 }
 
