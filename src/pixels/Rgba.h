@@ -27,9 +27,9 @@ struct RgbaImage {
     friend bool operator==(const RgbaImage&, const RgbaImage&) = default;
 };
 
-/// Where a round dot lies: in the centre of its cell; or, when that is a corner of four points and the dot less than
-/// two of them wide, in the centre of the first, so that at a pixel per point small dots are points of light and not
-/// a grey haze, and so they are when a picture of more pixels is scaled down to that.
+/// A round dot lies in the centre of its cell. With `onPoints`, a dot less than two points wide whose centre is a
+/// corner of four points lies in the centre of the first: small dots are then points of light and no grey haze, at one
+/// pixel per point and in a larger picture that is scaled down to that.
 enum class DotPlacement { centred, onPoints };
 
 /// Draws the recipe at a whole number of pixels per point, black on transparent. Squares have hard edges; each pixel

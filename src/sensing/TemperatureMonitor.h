@@ -55,7 +55,7 @@ private:
     std::int64_t consecutiveFailures_ = 0;
     std::optional<SensorSource> smoothedSource_;
     std::optional<PetMood> lastMood_;
-    /// Those of the smoothed source, never empty; the one that answered the last poll, or was asked last.
+    /// The stages of the smoothed source, never empty, and which of them answered the last poll or was asked last.
     std::vector<SamplingStage> stages_ = std::vector<SamplingStage>(1);
     std::size_t lastStage_ = 0;
     std::optional<std::int64_t> cachedReadableSensorCount_;

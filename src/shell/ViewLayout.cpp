@@ -168,7 +168,7 @@ private:
         }
     }
 
-    // What each child that takes what is left gets beyond its own height.
+    // How much taller than on its own each child becomes that takes what is left.
     [[nodiscard]] double heightToShare(const ViewNode& stack, const Frame& content, const std::vector<double>& widths) {
         double left = content.height;
         std::size_t sharing = 0;

@@ -28,7 +28,7 @@ struct HIDMatching {
     std::int32_t value;
 };
 
-/// The six entry points of the HID event system that reading temperatures takes, each named after the framework
+/// The six entry points of the HID event system that temperatures are read with, each named after the framework
 /// function that it is bound to; main thread. The table may be answered by anything that publishes named sensors.
 struct HIDSymbols {
     std::function<HIDObject()> create;

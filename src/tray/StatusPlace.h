@@ -22,8 +22,8 @@ struct StatusPlaceOffer {
     friend bool operator==(const StatusPlaceOffer&, const StatusPlaceOffer&) = default;
 };
 
-/// Where items are to be held ready; neither is the terminal. One in the tray shows up with the next tray; together
-/// with it, the strip stands in for a tray that is not there.
+/// Where items are to be held ready; neither is the terminal. An item in the tray shows up with the next tray; a strip
+/// beside it stands in until there is one.
 struct StatusPlaces {
     bool tray = false;
     bool strip = false;

@@ -13,8 +13,8 @@ constexpr std::int64_t narrowestDigits = 7;
 
 constexpr std::size_t bytesPerPixel = 4;
 
-/// The largest whole number of pixels a cell with which the art fits; a wide readout is not drawn larger than the
-/// user wants it.
+/// The largest whole number of pixels a cell at which the art fits; a wide readout is not drawn larger than the user
+/// wants it.
 std::int64_t fittingCell(const StatusImage& art, TrayShape shape, std::int64_t size) {
     const std::int64_t rows = std::max<std::int64_t>(art.bitmap.height(), 1);
     const std::int64_t limit =
@@ -22,7 +22,7 @@ std::int64_t fittingCell(const StatusImage& art, TrayShape shape, std::int64_t s
     return std::max<std::int64_t>(std::min(limit, size / rows), 1);
 }
 
-/// One inked cell at so many pixels a point, from whose alpha all cells are stamped.
+/// One inked cell at so many pixels a point; all cells are stamped from its alpha.
 RgbaImage stamp(const StatusImage& art, std::int64_t cell, std::int64_t scale) {
     StatusImage dot;
     dot.bitmap = PixelBitmap(1, 1, {Ink::full});

@@ -75,22 +75,44 @@ const Listing listings[] = {
 
 class ListedValues : public testing::TestWithParam<Listing> {};
 
+/// What `item` captures of the file, or of what `list` captures of it.
+Values listedIn(const std::string& path, const std::string& item, const std::string& list = "") {
+    std::ifstream file(testFile("..") / path);
+    std::string items(std::istreambuf_iterator<char>(file), {});
+    if (!list.empty()) {
+        const std::string text = items;
+        std::smatch found;
+        EXPECT_TRUE(std::regex_search(text, found, std::regex(list))) << path << " has no such list";
+        items = found.str(1);
+    }
+    const std::regex pattern(item);
+    Values values;
+    for (std::sregex_iterator match(items.begin(), items.end(), pattern); match != std::sregex_iterator(); ++match) {
+        values.insert((*match)[1]);
+    }
+    return values;
+}
+
 TEST_P(ListedValues, AreThoseOfTheTable) {
     const Listing& listing = GetParam();
-    std::ifstream file(testFile("..") / listing.path);
-    const std::string text(std::istreambuf_iterator<char>(file), {});
-    std::smatch list;
-    ASSERT_TRUE(std::regex_search(text, list, std::regex(listing.list))) << listing.path << " has no such list";
-    const std::string items = list[1];
-    const std::regex item(listing.item);
-    Values listed;
-    for (std::sregex_iterator match(items.begin(), items.end(), item); match != std::sregex_iterator(); ++match) {
-        listed.insert((*match)[1]);
-    }
-    EXPECT_EQ(listed, listing.values) << listing.path;
+    EXPECT_EQ(listedIn(listing.path, listing.item, listing.list), listing.values) << listing.path;
 }
 
 INSTANTIATE_TEST_SUITE_P(By, ListedValues, testing::ValuesIn(listings));
+
+TEST(ListedTrays, AreExpectedByATest) {
+    const Values expected = listedIn("tests/tray/TrayHost_test.cpp", "\"([\\w-]+)\"");
+    for (const auto& process : listedIn("src/tray/TrayHost.cpp", "HostRow\\{\"([\\w-]+)")) {
+        const auto first = expected.lower_bound(process);
+        EXPECT_TRUE(first != expected.end() && first->starts_with(process))
+            << "tests/tray/TrayHost_test.cpp expects nothing of " << process;
+    }
+}
+
+TEST(ListedTrays, AreEachPhotographed) {
+    EXPECT_EQ(listedIn("tests/desktop/CMakeLists.txt", "([\\w-]+)", "host IN ITEMS (.*)\\)"),
+              listedIn("tests/desktop/hosts.py", "\n    name = \"([\\w-]+)\""));
+}
 
 }  // namespace
 }  // namespace thermopix

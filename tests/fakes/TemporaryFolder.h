@@ -45,7 +45,7 @@ public:
 
     /// The path of the file, made with the folders that it lies in.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view bytes) const {
-        const std::filesystem::path file = root_ / name;
+        std::filesystem::path file = root_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << bytes;
         return file;

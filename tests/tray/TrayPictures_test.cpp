@@ -198,7 +198,7 @@ TEST(TrayPictures, RoundDotsKeepTheirSmoothEdges) {
     bool hasSoftEdge = false;
     for (std::int32_t y = 0; y < 21; ++y) {
         for (std::int32_t x = 0; x < picture.width; ++x) {
-            const auto* pixel = &picture.argb[static_cast<std::size_t>(4 * ((y + 1) * picture.width + x))];
+            const auto* pixel = &picture.argb[4 * static_cast<std::size_t>((y + 1) * picture.width + x)];
             const std::uint8_t coverage =
                 art.bitmap.at(x / 3, y / 3) == Ink::full ? expected.at(x % 3, y % 3).alpha : std::uint8_t{0};
             ASSERT_EQ(pixel[0], coverage) << x << ", " << y;
@@ -218,7 +218,7 @@ TEST(TrayPictures, SmallDotsArePointsAndNoHaze) {
     ASSERT_EQ(picture.width, art.bitmap.width() * 2);
     for (std::int32_t y = 0; y < 14; ++y) {
         for (std::int32_t x = 0; x < picture.width; ++x) {
-            const int alpha = picture.argb[static_cast<std::size_t>(4 * ((y + 1) * picture.width + x))];
+            const int alpha = picture.argb[4 * static_cast<std::size_t>((y + 1) * picture.width + x)];
             const bool isPoint = x % 2 == 0 && y % 2 == 0 && art.bitmap.at(x / 2, y / 2) == Ink::full;
             ASSERT_EQ(alpha > 190, isPoint) << x << ", " << y;
             ASSERT_EQ(alpha > 0, isPoint) << x << ", " << y;
@@ -263,7 +263,7 @@ TEST(TrayPictures, DigitsTooManyForASquareAreCutOffAtItsEdges) {
     const auto pictures =
         trayPictures(trayArt({StatusImage{}, bitmap}, TrayShape::square), TrayPictureSet::square, ink);
     EXPECT_EQ(pictures[0].width, 16);
-    EXPECT_EQ(rows(pictures[0]).find_first_of("#"), 5U * 17);
+    EXPECT_EQ(rows(pictures[0]).find('#'), 5U * 17);
 }
 
 TEST(TrayPictures, ArtIsTheReadoutOrTheDigitsWithoutWords) {

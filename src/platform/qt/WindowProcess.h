@@ -46,7 +46,7 @@ private:
     void handle(const SetMainMenu& request);
     void handle(const SetActivationPolicy& request);
     void handle(const ShowAboutPanel& request);
-    void handle(const UseActivationToken& request);
+    static void handle(const UseActivationToken& request);
     void handle(const OpenPopupMenu& request);
     void handle(const UpdatePopupMenu& request);
     void handle(const SetStripReadout& request);

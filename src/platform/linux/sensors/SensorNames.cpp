@@ -41,6 +41,8 @@ constexpr std::array families{
     FamilyRow{SensorFamily::rotatingDrive, "HDD TH0P", ChipInName::always, SensorSource::storage},
     FamilyRow{SensorFamily::other, "", ChipInName::always, std::nullopt},
 };
+static_assert(families.size() == static_cast<std::size_t>(SensorFamily::other) + 1 &&
+              families.back().family == SensorFamily::other);
 
 static_assert(hasRowPerCase<SensorFamily::other>(families, &FamilyRow::family));
 

@@ -299,7 +299,6 @@ int ShellStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     switch (hint) {
         case SH_Menu_MouseTracking:
         case SH_MenuBar_MouseTracking:
-            return 1;
         case SH_Menu_Scrollable:
             return 1;
         case SH_Menu_AllowActiveAndDisabled:

@@ -100,11 +100,11 @@ QKeySequence MenuView::shortcut(const MenuItem& item) {
     const QString key = qtString(item.key).toUpper();
     switch (item.modifiers) {
         case KeyModifiers::command:
-            return QKeySequence(QStringLiteral("Ctrl+") + key);
+            return {QStringLiteral("Ctrl+") + key};
         case KeyModifiers::commandOption:
-            return QKeySequence(QStringLiteral("Ctrl+Alt+") + key);
+            return {QStringLiteral("Ctrl+Alt+") + key};
         case KeyModifiers::commandShift:
-            return QKeySequence(QStringLiteral("Ctrl+Shift+") + key);
+            return {QStringLiteral("Ctrl+Shift+") + key};
     }
     return {};
 }

@@ -188,7 +188,7 @@ void ReadoutStrip::moveAlongEdge(int left) {
     move(*place_);
 }
 
-QRect ReadoutStrip::edge() const {
+QRect ReadoutStrip::edge() {
     const QScreen* at = QGuiApplication::primaryScreen();
     return at == nullptr ? QRect() : at->availableGeometry();
 }

@@ -46,7 +46,7 @@ protected:
 private:
     void openMenu();
     void moveAlongEdge(int left);
-    [[nodiscard]] QRect edge() const;
+    [[nodiscard]] static QRect edge();
 
     PopupMenu menu_;
     StatusImage image_;

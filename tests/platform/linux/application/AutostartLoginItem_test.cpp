@@ -126,7 +126,7 @@ TEST_F(AutostartLoginItemTest, HidesAnEntryOfTheWholeSystemForTheUserOnly) {
 }
 
 TEST_F(AutostartLoginItemTest, ReadsGarbageAsOff) {
-    root.write(name("user"), "\x00\xff not an entry");
+    root.write(name("user"), std::string("\x00\xff not an entry", 15));
     EXPECT_FALSE(item().isEnabled());
     fs::remove(entry("user"));
     fs::create_symlink("/nonexistent", entry("user"));

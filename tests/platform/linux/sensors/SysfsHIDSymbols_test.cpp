@@ -228,7 +228,7 @@ TEST(SysfsHIDSymbols, ServicesCloseTheirFiles) {
 TEST(SysfsHIDSymbols, AZoneWhoseTemperatureAMonitorPublishesIsLeftOut) {
     const TemporaryTree tree;
     const auto addZone = [&](int number, std::string_view type) {
-        const auto folder = "devices/virtual/thermal/thermal_zone" + std::to_string(number);
+        auto folder = "devices/virtual/thermal/thermal_zone" + std::to_string(number);
         tree.write(folder + "/type", std::string(type) + "\n");
         tree.write(folder + "/temp", "40000\n");
         tree.link("class/thermal/thermal_zone" + std::to_string(number), folder);

@@ -60,7 +60,7 @@ public:
 
     /// Shows what has been written; returns its bytes.
     std::string show() {
-        const auto bytes = readAvailable(device);
+        auto bytes = readAvailable(device);
         screen.feed(bytes);
         return bytes;
     }
