@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -49,38 +48,6 @@ TEST(GlyphDocumentTest, ListsTheKeysOfEveryObjectByCodePoint) {
     EXPECT_EQ(keys, (std::vector<std::string>{" ", "-", "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "C", "F", "~",
                                               "°"}));
     EXPECT_EQ(nlohmann::ordered_json(document()).dump(), text.dump());
-}
-
-TEST(GlyphDocumentTest, HasSixteenGlyphsOfTheRightSizePerFont) {
-    const std::map<std::string, std::pair<std::size_t, std::size_t>> sizes{
-        {"arcade5x7", {5, 7}}, {"micro3x5", {3, 5}}, {"segment4x7", {4, 7}}};
-    const auto fonts = document()["fonts"];
-    ASSERT_EQ(fonts.size(), sizes.size());
-    for (const auto& [name, size] : sizes) {
-        const auto& font = fonts[name];
-        EXPECT_EQ(font["width"], size.first) << name;
-        EXPECT_EQ(font["height"], size.second) << name;
-        EXPECT_EQ(font["glyphs"].size(), 16U) << name;
-        for (const auto& [character, rows] : font["glyphs"].items()) {
-            EXPECT_EQ(rows.size(), size.second) << name << " " << character;
-            for (const auto& row : rows) {
-                EXPECT_EQ(row.get<std::string>().size(), size.first) << name << " " << character;
-            }
-        }
-    }
-}
-
-TEST(GlyphDocumentTest, OnlyTheSegmentFontHasGhostInk) {
-    const auto fonts = document()["fonts"];
-    EXPECT_EQ(fonts["segment4x7"]["glyphs"]["1"].get<Rows>(),
-              (Rows{".::.", ":..#", ":..#", ".::.", ":..#", ":..#", ".::."}));
-    for (const auto* name : {"arcade5x7", "micro3x5"}) {
-        for (const auto& [character, rows] : fonts[name]["glyphs"].items()) {
-            for (const auto& row : rows) {
-                EXPECT_EQ(row.get<std::string>().find_first_not_of("#."), std::string::npos) << name << character;
-            }
-        }
-    }
 }
 
 TEST(GlyphDocumentTest, DescribesEachStyle) {

@@ -1,3 +1,5 @@
+// What no report of ScriptedMachines_test shows.
+
 #include "diagnostics/SensorDump.h"
 
 #include <gtest/gtest.h>
@@ -57,69 +59,12 @@ TEST_F(SensorDumpTest, ASensorOfTwoSourcesIsListedUnderBothAndIsNotLeftOver) {
     EXPECT_EQ(linesStarting("--- matched"), 0U);
 }
 
-TEST_F(SensorDumpTest, ANameOf27CharactersGetsOneSpaceAndALongerOneNone) {
-    platform.fake.hid.services = {{"CPU name of 27 characters..", 100.0}, {"CPU name of 28 characters...", 99.5}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(section("--- CPU  100.0 °C  (2 sensors)"),
-              (Lines{"      CPU name of 27 characters.. 100.00", "      CPU name of 28 characters... 99.50"}));
-}
-
-TEST_F(SensorDumpTest, ALongNameRunsStraightIntoAReadingOfThreeDigits) {
-    platform.fake.hid.services = {{"CPU name of 28 characters...", 100.0}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_TRUE(printed("      CPU name of 28 characters...100.00"));
-}
-
-TEST_F(SensorDumpTest, PaddingCountsUserPerceivedCharacters) {
-    platform.fake.hid.services = {{"CPU e\u0301 \U0001F468\u200D\U0001F469\u200D\U0001F467", 50.0}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_TRUE(
-        printed("      CPU e\u0301 \U0001F468\u200D\U0001F469\u200D\U0001F467" + std::string(21, ' ') + " 50.00"));
-}
-
 TEST_F(SensorDumpTest, EqualReadingsKeepTheOrderOfTheSystem) {
     platform.fake.hid.services = {{"CPU b", 50.0}, {"CPU a", 50.0}, {"CPU c", 51.0}, {"CPU 0", 50.0}};
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(section("--- CPU  51.0 °C  (4 sensors)"),
               (Lines{"      CPU c                        51.00", "      CPU b                        50.00",
                      "      CPU a                        50.00", "      CPU 0                        50.00"}));
-}
-
-TEST_F(SensorDumpTest, TheSecondStageNamesItself) {
-    platform.fake.hid.services = {{"CPU 1", 61.3}, {"CPU 2", 60}, {"CPU 3", 59}, {"SOC MTR Temp 1", 58}, {"tdie1", 90}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_TRUE(printed("--- GPU  61.3 °C  (4 sensors)  via fallback stage 2 of 3"));
-    EXPECT_TRUE(printed("--- Hottest sensor  61.3 °C  (4 sensors)"));
-}
-
-TEST_F(SensorDumpTest, TheLastStageNamesItself) {
-    platform.fake.hid.services = {{"PMU tdie1", 52.74}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_TRUE(printed("--- Storage  52.7 °C  (1 sensor)  via fallback stage 3 of 3"));
-    EXPECT_TRUE(printed("--- Hottest sensor  52.7 °C  (1 sensor)  via fallback stage 2 of 2"));
-}
-
-TEST_F(SensorDumpTest, ASourceWithoutAnAnswerSaysSoAndStillHasACostOfAllItsStages) {
-    platform.fake.hid.services = {{"gas gauge battery", 31.5}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_TRUE(printed("--- CPU  no match"));
-    EXPECT_EQ(section("--- cost per refresh tick, by source"),
-              (Lines{"      CPU                 0.00 ms  (0 sensors, 3 stages)",
-                     "      GPU                 0.00 ms  (0 sensors, 3 stages)",
-                     "      SoC                 0.00 ms  (0 sensors, 3 stages)",
-                     "      Battery             0.25 ms  (1 sensor)",
-                     "      Storage             0.00 ms  (0 sensors, 3 stages)",
-                     "      Hottest sensor      0.00 ms  (0 sensors, 2 stages)"}));
-}
-
-TEST_F(SensorDumpTest, ATickStopsAfterTheStageThatAnswersAndReadsOnlyItsSensors) {
-    platform.fake.hid.services = laptopServices();
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(
-        section("--- cost per refresh tick, by source"),
-        (Lines{"      CPU                 1.25 ms  (5 sensors)", "      GPU                 0.50 ms  (2 sensors)",
-               "      SoC                 0.50 ms  (2 sensors)", "      Battery             0.25 ms  (1 sensor)",
-               "      Storage             0.25 ms  (1 sensor)", "      Hottest sensor      2.25 ms  (9 sensors)"}));
 }
 
 TEST_F(SensorDumpTest, ASensorThatDoesNotAnswerCostsATickItsReadAndMakesTheSourceWiden) {
@@ -146,27 +91,6 @@ TEST_F(SensorDumpTest, SensorsOfOneNameAreOneReadEachInTheirFamily) {
     EXPECT_TRUE(printed("      named silicon       0.75 ms  (2 sensors, 0.38 ms each)"));
 }
 
-TEST_F(SensorDumpTest, TheTwoTotalsLineUp) {
-    platform.fake.hid.services = laptopServices();
-    platform.fake.hid.services.push_back({"CPU without a reading", 0.0});
-    EXPECT_EQ(run(), 0);
-    const auto& lines = output.lines;
-    ASSERT_GE(lines.size(), 3U);
-    EXPECT_EQ(lines[lines.size() - 3], "");
-    EXPECT_EQ(lines[lines.size() - 2], "every sensor (Settings' count, --sensors, never the tick): 3.25 ms");
-    EXPECT_EQ(lines[lines.size() - 1], "the five families above, summed:" + std::string(27, ' ') + "3.00 ms");
-    EXPECT_EQ(lines[lines.size() - 2].find("3.25"), lines[lines.size() - 1].find("3.00"));
-}
-
-TEST_F(SensorDumpTest, SensorsOfStagesThatNoTickReachesAreListedApartFromThoseOfNoSource) {
-    platform.fake.hid.services = {{"CPU", 50.0}, {"tdie1", 40.0}, {"tdie2", 45.0}, {"Fan", 30.0}, {"Ambient", 31.0}};
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(section("--- matched only by a stage this Mac never reaches (2)"),
-              (Lines{"      tdie2                        45.00", "      tdie1                        40.00"}));
-    EXPECT_EQ(section("--- matched by no source (2)"),
-              (Lines{"      Ambient                      31.00", "      Fan                          30.00"}));
-}
-
 TEST_F(SensorDumpTest, ThermalStatesHaveNamesAndAnUnknownOneIsNominal) {
     const std::pair<int, std::string> states[] = {{0, "Nominal"},  {1, "Fair"},    {2, "Serious"},
                                                   {3, "Critical"}, {4, "Nominal"}, {-1, "Nominal"}};
@@ -185,12 +109,6 @@ TEST_F(SensorDumpTest, OnlyAVirtualMachineIsCalledOne) {
         EXPECT_EQ(run(), 1);
         EXPECT_EQ(linesStarting("            \u26A0\uFE0E running in a virtual machine"), isVirtual ? 1U : 0U);
     }
-}
-
-TEST_F(SensorDumpTest, FiveNamelessServicesAreCountedInTheDiagnosis) {
-    platform.fake.hid.services = Services(5, {std::nullopt, 40.0});
-    EXPECT_EQ(run(), 1);
-    EXPECT_TRUE(printed("5 thermal HID services exist but none carries a Product name."));
 }
 
 TEST_F(SensorDumpTest, TheBackendsSummaryGoesToTheLogAndTheReportToTheOutput) {
