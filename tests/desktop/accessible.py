@@ -20,6 +20,11 @@ def is_installed():
     return asked.returncode == 0 and os.path.exists("/usr/libexec/at-spi-bus-launcher")
 
 
+def named(name, *kinds):
+    """Whether an element is the one of this name and of one of these kinds."""
+    return lambda element: element.name == name and element.kind in kinds
+
+
 class ScreenReader:
     def __init__(self, session):
         script = session.install(os.path.join(FOLDER, "screen_reader.py"), "bin", "screen_reader.py")

@@ -1,4 +1,3 @@
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -14,13 +13,6 @@ namespace {
 
 using namespace thermopix;
 
-std::optional<std::int64_t> number(std::string_view text) {
-    std::int64_t value = 0;
-    const auto* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && rest == end ? std::optional(value) : std::nullopt;
-}
-
 double celsius(std::int64_t value, TemperatureUnit unit) {
     const auto degrees = static_cast<double>(value);
     return unit == TemperatureUnit::celsius ? degrees : (degrees - 32) / 1.8;
@@ -34,17 +26,17 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     const std::string_view shape(argv[1]);
-    const auto value = number(argv[2]);
+    const std::int64_t value = std::strtoll(argv[2], nullptr, 10);
     const auto unit = fromRawValue<TemperatureUnit>(argv[3]);
     const auto style = fromRawValue<PixelStyle>(argv[4]);
     const auto pet = fromRawValue<PixelPet>(argv[5]);
-    if (!value || !unit || !style || !pet || (shape != "readout" && shape != "digits")) {
+    if (!unit || !style || !pet || (shape != "readout" && shape != "digits")) {
         return EXIT_FAILURE;
     }
     Display display;
     display.value = value;
     display.unit = *unit;
-    display.mood = mood(celsius(*value, *unit), ThermalPressure::nominal, std::nullopt);
+    display.mood = mood(celsius(value, *unit), ThermalPressure::nominal, std::nullopt);
     const PixelBitmap art = shape == "digits" ? PixelRasterizer::digitsBitmap(display)
                                               : PixelRasterizer::bitmap(display, {.style = *style, .pet = *pet});
     std::fputs(art.signature().c_str(), stdout);

@@ -10,6 +10,7 @@ from session import Session, until
 
 FOLDER = os.path.dirname(os.path.abspath(__file__))
 SETTINGS = "Thermopix Settings"
+CONTENT = (720, 520)
 # Above the content of the Settings window, in points.
 MENU_BAR = 24
 ABOUT = "About Thermopix"

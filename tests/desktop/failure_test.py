@@ -8,6 +8,7 @@ import signal
 import time
 
 import hosts
+from accessible import named
 from desk import SETTINGS, STRIP
 from desk_case import DeskTest, main, story
 from item import Shown
@@ -43,7 +44,7 @@ class KilledWindowsTest(DeskTest):
             until(lambda: self.chosen_pet() == self.desk.settings()["pet"], "a window that shows what is stored")
             before = self.desk.settings()
             name = chance.choice([name for name, pet in self.pets.items() if pet != before["pet"]])
-            self.reader.do(SETTINGS, "Press", lambda found, name=name: found.name == name)
+            self.reader.do(SETTINGS, "Press", named(name, "choice"))
             time.sleep(chance.uniform(0, LONGEST_LIFE))
             os.kill(process, signal.SIGKILL)
             until(lambda number=number: self.said("ended by signal 9") == number, "a line about the end")
@@ -72,8 +73,7 @@ class MissingWindowsTest(DeskTest):
         return [notification["body"] for notification in notifications]
 
     def item(self):
-        digits = Shown().art("digits")
-        return self.desk.session.screen().find(digits, self.host.cell(digits), self.host.ink)
+        return self.host.find(Shown())
 
     def assert_goes_on_and_tells(self, sentence, **environment):
         told = len(self.bodies())
@@ -87,14 +87,14 @@ class MissingWindowsTest(DeskTest):
         self.assertTrue(self.item())
         self.assertTrue(self.program.is_running())
 
-    def test_missing_program_is_told_in_the_log_and_by_a_notification(self):
-        self.assert_goes_on_and_tells("thermopix-windows is not installed.", THERMOPIX_WINDOWS="/nowhere/to/be/found")
-
-    def test_missing_display_is_told_in_the_log_and_by_a_notification(self):
-        self.assert_goes_on_and_tells("There is no display to show windows on.", DISPLAY="")
-
-    def test_unusable_display_is_told_in_the_log_and_by_a_notification(self):
-        self.assert_goes_on_and_tells("There is no display to show windows on.", DISPLAY=":4711")
+    def test_windows_that_cannot_be_shown_are_told_in_the_log_and_by_a_notification(self):
+        no_display = "There is no display to show windows on."
+        for sentence, environment in (
+                ("thermopix-windows is not installed.", {"THERMOPIX_WINDOWS": "/nowhere/to/be/found"}),
+                (no_display, {"DISPLAY": ""}), (no_display, {"DISPLAY": ":4711"})):
+            with self.subTest(environment):
+                self.assert_goes_on_and_tells(sentence, **environment)
+                self.end()
 
 
 if __name__ == "__main__":

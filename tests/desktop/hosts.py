@@ -12,6 +12,8 @@ class Host:
 
     name = ""
     programs = ()
+    # What starts the panel, and with which variables of its environment.
+    command, variables = (), {}
     # Of the screen, in logical pixels.
     width, height, scale = 1024, 800, 1
     # The bar is at the top of the screen.
@@ -35,7 +37,7 @@ class Host:
         self.session.start("openbox", "--sm-disable")
 
     def start(self):
-        raise NotImplementedError
+        self.process = self.session.start(*self.command, **self.variables)
 
     def kill(self):
         self.process.end(9)
@@ -47,9 +49,17 @@ class Host:
         """Pixels a cell: of digits as many as fit the square."""
         return self.scale * (2 if self.shape == "readout" else self.square // max(len(art[0]), 7))
 
+    def find(self, shown):
+        """Where on the screen the item stands, pixel for pixel; none when it does not."""
+        art = shown.art(self.shape)
+        if not self.shows_ghosts:
+            art = [row.replace(":", ".") for row in art]
+        return self.session.screen().find(art, self.cell(art), self.ink)
+
 
 class XfcePanel(Host):
     name = "xfce4-panel"
+    command = ("xfce4-panel", "--disable-wm-check")
     programs = ("xfce4-panel", "/usr/lib/x86_64-linux-gnu/xfce4/xfconf/xfconfd", "openbox")
     square = 22
     is_dark = True
@@ -80,9 +90,6 @@ class XfcePanel(Host):
 </channel>
 """)
 
-    def start(self):
-        self.process = self.session.start("xfce4-panel", "--disable-wm-check")
-
 
 class LightXfcePanel(XfcePanel):
     name = "xfce4-panel-light"
@@ -93,6 +100,7 @@ class LightXfcePanel(XfcePanel):
 
 class MatePanel(Host):
     name = "mate-panel"
+    command = ("mate-panel",)
     programs = ("mate-panel", "openbox")
     shape = "readout"
     ink = MID_GRAY
@@ -119,12 +127,10 @@ panel-right-stick=true
 toplevel-id='top'
 """)
 
-    def start(self):
-        self.process = self.session.start("mate-panel")
-
 
 class LxqtPanel(Host):
     name = "lxqt-panel"
+    command, variables = ("lxqt-panel",), {"QT_QPA_PLATFORM": "xcb"}
     programs = ("lxqt-panel", "openbox")
     square = 22
     ink = MID_GRAY
@@ -154,15 +160,13 @@ type=statusnotifier
 alignment=Right
 """)
 
-    def start(self):
-        self.process = self.session.start("lxqt-panel", QT_QPA_PLATFORM="xcb")
-
 
 class Waybar(Host):
     """In a compositor whose one output is a window of the X display, so that a mouse can be moved."""
 
     name = "waybar"
     programs = ("waybar", "sway")
+    variables = {"WAYLAND_DISPLAY": "wayland-1", "GDK_BACKEND": "wayland"}
     shape = "readout"
     bar_height = 24
 
@@ -174,10 +178,10 @@ output * background #5e81ac solid_color
 
     def prepare(self):
         configuration = self.session.write("sway.conf", self.configuration())
-        self.bar = self.session.write("waybar.json", f"""\
+        bar = self.session.write("waybar.json", f"""\
 {{"layer": "top", "height": {self.bar_height}, "modules-right": ["tray"]}}
 """)
-        self.style = self.session.write("waybar.css", """\
+        style = self.session.write("waybar.css", """\
 window#waybar { background: #2b303b; }
 #tray { margin: 0 8px; }
 """)
@@ -185,10 +189,7 @@ window#waybar { background: #2b303b; }
                            SWAYSOCK=os.path.join(self.session.runtime, "sway.sock"))
         socket = os.path.join(self.session.runtime, "wayland-1")
         until(lambda: os.path.exists(socket), "the compositor")
-
-    def start(self):
-        self.process = self.session.start("waybar", "--config", self.bar, "--style", self.style,
-                                          WAYLAND_DISPLAY="wayland-1", GDK_BACKEND="wayland")
+        self.command = ("waybar", "--config", bar, "--style", style)
 
 
 class DenseWaybar(Waybar):
@@ -209,7 +210,7 @@ class Swaybar(Waybar):
 
     def prepare(self):
         super().prepare()
-        self.socket = os.path.join(self.session.runtime, "sway.sock")
+        self.command = ("swaybar", "--bar_id", "bar-0", "--socket", os.path.join(self.session.runtime, "sway.sock"))
 
     def configuration(self):
         # The bar is started by hand, so that it can be ended by hand.
@@ -221,10 +222,6 @@ bar {{
     colors background #2b303b
 }}
 """
-
-    def start(self):
-        self.process = self.session.start("swaybar", "--bar_id", "bar-0", "--socket", self.socket,
-                                          WAYLAND_DISPLAY="wayland-1")
 
 
 HOSTS = (XfcePanel, LightXfcePanel, MatePanel, LxqtPanel, Waybar, DenseWaybar, Swaybar)

@@ -62,6 +62,15 @@ def install_machine(session):
     return machine
 
 
+def opened_menu(session, before, top, menu=MENU):
+    """The picture of the menu that opens below the line `top`, once every entry is there."""
+    def opened():
+        picture = MenuPicture(before, session.steady_screen(), top)
+        return picture if len(picture.entries) == len(menu) else None
+
+    return until(opened, f"an open menu with {len(menu)} entries")
+
+
 class Item:
     """The program, started with settings of its own on the modelled machine."""
 
@@ -77,14 +86,9 @@ class Item:
     def end(self):
         return self.process.end()
 
-    def art(self, shown):
-        rows = shown.art(self.host.shape)
-        return rows if self.host.shows_ghosts else [row.replace(":", ".") for row in rows]
-
     def place(self, shown):
-        """Where in the bar the item stands, pixel for pixel; none when it does not."""
-        art = self.art(shown)
-        place = self.session.screen().find(art, self.host.cell(art), self.host.ink)
+        """Where in the bar the item stands; none when it does not."""
+        place = self.host.find(shown)
         # Some panels are first seen in the middle of the screen.
         return place if place and place[1] < self.host.bar_height * self.host.scale else None
 
@@ -102,12 +106,7 @@ class Item:
         width, height = self.size(shown)
         before = self.session.steady_screen()
         self.session.click(left + width // 2, top + height // 2, self.host.menu_button)
-
-        def opened():
-            picture = MenuPicture(before, self.session.steady_screen(), self.host.bar_height * self.host.scale + 2)
-            return picture if len(picture.entries) == len(menu) else None
-
-        return until(opened, f"an open menu with {len(menu)} entries")
+        return opened_menu(self.session, before, self.host.bar_height * self.host.scale + 2, menu)
 
     def choose(self, shown, title, menu=MENU):
         """Chooses an entry of the menu with the mouse."""

@@ -5,15 +5,14 @@ build. Status 77 where a tool is not installed."""
 import os
 import sys
 
-from accessible import content
-from desk import ABOUT, MENU_BAR, SETTINGS, version
+from accessible import content, named
+from desk import ABOUT, CONTENT, MENU_BAR, SETTINGS, version
 from desk_case import DeskTest, main, story
 from item import BUILD
 from session import until
 
 SCHEME, SCALE = sys.argv.pop(1), int(sys.argv.pop(1))
 FOLDER = os.path.join(BUILD, "desktop-pictures")
-CONTENT = (720, 520)
 PANES = ("Readout", "General", "About")
 
 
@@ -49,7 +48,7 @@ class PicturesTest(DeskTest):
         window = self.open()
         pictures = []
         for pane in PANES:
-            self.reader.do(SETTINGS, "Press", lambda found, pane=pane: found.kind == "choice" and found.name == pane)
+            self.reader.do(SETTINGS, "Press", named(pane, "choice"))
             until(lambda pane=pane: {"kind": "choice", "name": pane, "isOn": True} in content(self.reader.see(SETTINGS)),
                   f"the pane {pane}")
             picture = self.take(window, pane.lower(), *pictures)
@@ -82,7 +81,7 @@ class PicturesTest(DeskTest):
 
     def test_about_panel_is_drawn(self):
         self.open()
-        self.reader.do(SETTINGS, "Press", lambda found: found.role == "menu item" and found.name == ABOUT)
+        self.reader.do(SETTINGS, "Press", named(ABOUT, "item"))
         self.take(self.desk.wait_until_active(ABOUT), "about-panel")
 
 

@@ -36,10 +36,6 @@ class Process:
             self.child = subprocess.Popen(session.as_user(command), env=environment, stdin=subprocess.DEVNULL,
                                           stdout=log, stderr=log, start_new_session=True)
 
-    @property
-    def pid(self):
-        return self.child.pid
-
     def output(self):
         with open(self.log, "rb") as log:
             return log.read().decode(errors="replace")
@@ -57,7 +53,7 @@ class Process:
             self.child.kill()
             status = self.child.wait()
         try:
-            os.killpg(self.pid, signal.SIGKILL)
+            os.killpg(self.child.pid, signal.SIGKILL)
         except ProcessLookupError:
             pass
         return status

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "base/FunctionView.h"
 #include "environment/AppEnvironment.h"
 #include "fakes/FakePlatform.h"
-#include "menubar/AboutPanel.h"
 #include "settings/Identifiers.h"
 #include "settings/PreferencesView.h"
 
@@ -92,28 +92,21 @@ void describe(Json& elements, const ViewNode& node) {
     }
 }
 
-const ViewNode* find(const ViewNode& node, std::string_view identifier) {
-    if (node.identifier == identifier) {
+/// The first node, from above, of which this is true; null when there is none.
+const ViewNode* find(const ViewNode& node, FunctionView<bool(const ViewNode&)> isWanted) {
+    if (isWanted(node)) {
         return &node;
     }
     for (const auto& child : node.children) {
-        if (const auto* found = find(child, identifier)) {
+        if (const auto* found = find(child, isWanted)) {
             return found;
         }
     }
     return nullptr;
 }
 
-const ViewNode* firstPicture(const ViewNode& node) {
-    if (node.kind == ViewKind::pixelImage) {
-        return &node;
-    }
-    for (const auto& child : node.children) {
-        if (const auto* found = firstPicture(child)) {
-            return found;
-        }
-    }
-    return nullptr;
+const ViewNode* find(const ViewNode& root, std::string_view identifier) {
+    return find(root, [identifier](const ViewNode& node) { return node.identifier == identifier; });
 }
 
 /// Every choice but the present one, which comes last: so each operation changes something.
@@ -180,10 +173,7 @@ public:
                 steps.push_back(perform(operation));
             }
         }
-        const auto about = aboutPanelContent(platform_.system);
-        return {{"steps", steps},
-                {"quit", spokenName(*find(view_.node(), Identifiers::quit))},
-                {"aboutPanel", {about.applicationName, "Version " + about.version, about.credits}}};
+        return {{"steps", steps}, {"quit", spokenName(*find(view_.node(), Identifiers::quit))}};
     }
 
 private:
@@ -204,7 +194,8 @@ private:
                   {"settings", Json::parse(encodePreferences(environment_.preferences()))},
                   {"elements", std::move(elements)}};
         if (const auto* preview = find(root, Identifiers::preview)) {
-            const StatusImage& image = firstPicture(*preview)->image;
+            const StatusImage& image =
+                find(*preview, [](const ViewNode& node) { return node.kind == ViewKind::pixelImage; })->image;
             step["art"] = {{"rows", image.bitmap.signature()}, {"cell", image.cell}};
         }
         return step;

@@ -4,8 +4,7 @@
 import hosts
 from desk import SETTINGS, STRIP
 from desk_case import DeskTest, main
-from item import MENU, Shown
-from picture import MenuPicture
+from item import MENU, Shown, opened_menu
 from session import until
 
 
@@ -29,17 +28,9 @@ class StripTest(DeskTest):
     def open_menu(self, open_it):
         """The picture of the whole menu."""
         before = self.desk.session.steady_screen()
-        open_it()
-
-        def opened():
-            menu = MenuPicture(before, self.desk.session.steady_screen(), self.strip_bottom() + 1)
-            return menu if len(menu.entries) == len(MENU) else None
-
-        return until(opened, f"an open menu with {len(MENU)} entries")
-
-    def strip_bottom(self):
         _, top, _, height = self.desk.window(STRIP).box()
-        return top + height
+        open_it()
+        return opened_menu(self.desk.session, before, top + height + 1)
 
     def click(self, strip):
         left, top, width, height = strip.box()
@@ -76,29 +67,16 @@ class StripTest(DeskTest):
         strip = self.open()
         self.desk.session.run("xdotool", "windowfocus", strip.number)
         self.open_menu(lambda: self.desk.session.press("space"))
-        self.desk.session.press("Up")
-        self.desk.session.press("Up")
-        self.desk.session.press("Up")
-        self.desk.session.press("Up")  # from below: quit, about, updates, settings
-        self.desk.session.press("Return")
+        for key in ("Up", "Up", "Up", "Up", "Return"):  # from below: quit, about, updates, settings
+            self.desk.session.press(key)
         self.desk.wait_until_active(SETTINGS)
-
-    def test_escape_closes_the_menu(self):
-        strip = self.open()
-        before = self.desk.session.steady_screen()
-        self.open_menu(lambda: self.click(strip))
-        self.desk.session.press("Escape")
-        self.desk.session.point(2, self.desk.height - 2)
-        until(lambda: not self.desk.session.screen().differs_from(before), "a screen without the menu")
 
     def test_strip_gives_way_to_a_tray_and_comes_back_when_that_is_gone(self):
         self.open()
         self.host.start()
         self.addCleanup(self.host.kill)
         self.desk.wait_until_gone(STRIP)
-        digits = Shown().art("digits")
-        until(lambda: self.desk.session.screen().find(digits, self.host.cell(digits), self.host.ink),
-              "the item in the tray")
+        until(lambda: self.host.find(Shown()), "the item in the tray")
         self.host.kill()
         strip = self.desk.wait_for(STRIP)
         until(lambda: self.art_of(strip), "the readout in the strip")

@@ -1,18 +1,18 @@
 #!/usr/bin/env python3
 """The program's windows among others on a desktop: windows_test.py. Status 77 where a tool is not installed."""
 
-from desk import ABOUT, MENU_BAR, SETTINGS, STRIP
+from desk import ABOUT, CONTENT, MENU_BAR, SETTINGS, STRIP
 from desk_case import DeskTest, main
 from session import until
 
 ENTRY = "Thermopix"
-CONTENT = (720, 520)
 
 
 class WindowsTest(DeskTest):
-    def open(self):
-        self.start("--uitest-show-preferences", "--uitest-fake-sensor")
-        return self.desk.wait_until_active(SETTINGS)
+    def open_by_second_start(self):
+        self.start()
+        self.desk.wait_for(STRIP)
+        self.start_another()
 
     def press(self, key):
         self.desk.session.press(key)
@@ -21,7 +21,8 @@ class WindowsTest(DeskTest):
         until(lambda: self.desk.taskbar() == list(titles), f"a taskbar with {titles}")
 
     def test_settings_open_in_the_middle_in_one_size_that_cannot_be_changed(self):
-        window = self.open()
+        self.start("--uitest-show-preferences", "--uitest-fake-sensor")
+        window = self.desk.wait_until_active(SETTINGS)
         left, top, width, height = window.box()
         self.assertEqual((width, height - MENU_BAR), CONTENT)
         self.assertLess(abs(left + width / 2 - self.desk.width / 2), 5)
@@ -29,18 +30,9 @@ class WindowsTest(DeskTest):
         hints = window.property("WM_NORMAL_HINTS")
         self.assertIn(f"minimum size: {width} by {height}", hints)
         self.assertIn(f"maximum size: {width} by {height}", hints)
-        self.desk.session.run("xdotool", "windowsize", window.number, "900", "700")
-        self.assertEqual(window.box()[2:], (width, height))
-
-    def test_settings_open_at_launch_when_they_say_so(self):
-        self.desk.store(showPreferencesOnLaunch=True)
-        self.start()
-        self.desk.wait_until_active(SETTINGS)
 
     def test_closed_settings_come_back_as_they_were_when_the_program_is_started_again(self):
-        self.start()
-        self.desk.wait_for(STRIP)
-        self.start_another()
+        self.open_by_second_start()
         window = self.desk.wait_until_active(SETTINGS)
         first = window.drawn()
         self.open_second_pane(window)
@@ -57,9 +49,7 @@ class WindowsTest(DeskTest):
         self.desk.session.point(2, self.desk.height - 2)
 
     def test_second_start_brings_the_settings_before_other_windows(self):
-        self.start()
-        self.desk.wait_for(STRIP)
-        self.start_another()
+        self.open_by_second_start()
         self.desk.wait_until_active(SETTINGS)
         left, top, _, _ = self.desk.window(SETTINGS).box()
         self.desk.session.click(left + 20, top + 12)  # the program's own menu
@@ -70,9 +60,7 @@ class WindowsTest(DeskTest):
         self.desk.wait_until_active(SETTINGS)
 
     def test_minimized_settings_are_restored_by_a_second_start(self):
-        self.start()
-        self.desk.wait_for(STRIP)
-        self.start_another()
+        self.open_by_second_start()
         for key in ("ctrl+m", "ctrl+h"):
             window = self.desk.wait_until_active(SETTINGS)
             self.press(key)
@@ -101,11 +89,6 @@ class WindowsTest(DeskTest):
         self.desk.session.run("xdotool", "windowactivate", self.desk.window(ENTRY).number)
         self.desk.wait_until_active(SETTINGS)
         self.assert_taskbar(SETTINGS)
-
-    def test_quit_key_ends_the_program(self):
-        self.open()
-        self.press("ctrl+q")
-        until(lambda: not self.program.is_running(), "the end of the program")
 
 
 if __name__ == "__main__":

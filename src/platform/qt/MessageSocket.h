@@ -3,7 +3,6 @@
 #include <QSocketNotifier>
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "messages/LineReader.h"
 #include "messages/WindowEvent.h"

@@ -67,15 +67,12 @@ void WindowProcess::handle(const SetWindowContent& request) {
 }
 
 void WindowProcess::handle(const OrderWindowFront& request) {
-    if (auto* shell = window(request.window); shell != nullptr && shell->isShown()) {
+    if (auto* shell = window(request.window); shell != nullptr && shell->isVisible()) {
         shell->comeForward();
     }
 }
 
 void WindowProcess::handle(const DiscardWindow& request) {
-    if (auto* shell = window(request.window)) {
-        shell->discard();
-    }
     windows_.erase(request.window);
 }
 
@@ -97,10 +94,8 @@ void WindowProcess::handle(const ShowAboutPanel& request) {
     OpenWindow& open = windows_[aboutPanelWindow];
     if (!open.shell || about_ != request.content) {
         about_ = request.content;
-        auto content = std::make_unique<AboutContent>(request.content);
-        content->resize(content->wantedSize());
         open.shell = std::make_unique<ShellWindow>(qtString("About " + request.content.applicationName),
-                                                   QStringLiteral("about.panel"), std::move(content),
+                                                   QStringLiteral("about.panel"), makeAboutContent(request.content),
                                                    ShellWindow::MenuBar::shortcutsOnly);
         connectWindow(aboutPanelWindow, *open.shell);
     }
@@ -113,15 +108,9 @@ void WindowProcess::handle(const UseActivationToken& request) {
 }
 
 void WindowProcess::handle(const OpenPopupMenu& request) {
-    popup_ = std::make_unique<PopupMenu>([this](const MenuItem& item) {
-        tell_(MenuItemChosen{MenuPlace::popup, item});
-    });
-    popup_->onClosed = [this] {
-        tell_(MenuDidClose{MenuPlace::popup});
-        somethingChanged();
-    };
+    popup_ = std::make_unique<PopupMenu>(chosenIn(MenuPlace::popup));
+    connectMenu(MenuPlace::popup, *popup_);
     popup_->showMenu(request.menu);
-    tell_(MenuWillOpen{MenuPlace::popup});
     popup_->open(request.position ? toPoint(*request.position) : QCursor::pos());
 }
 
@@ -159,50 +148,57 @@ void WindowProcess::connectWindow(WindowId id, ShellWindow& shell) {
     };
 }
 
+MenuView::Chosen WindowProcess::chosenIn(MenuPlace place) {
+    return [this, place](const MenuItem& item) { tell_(MenuItemChosen{place, item}); };
+}
+
+void WindowProcess::connectMenu(MenuPlace place, PopupMenu& menu) {
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [this, place] { tell_(MenuWillOpen{place}); });
+    QObject::connect(&menu, &QMenu::aboutToHide, &menu, [this, place] {
+        tell_(MenuDidClose{place});
+        somethingChanged();
+    });
+}
+
 ReadoutStrip& WindowProcess::madeStrip() {
     if (!strip_) {
-        strip_ = std::make_unique<ReadoutStrip>([this](const MenuItem& item) {
-            tell_(MenuItemChosen{MenuPlace::strip, item});
-        });
-        strip_->onMenuWillOpen = [this] { tell_(MenuWillOpen{MenuPlace::strip}); };
-        strip_->onMenuDidClose = [this] { tell_(MenuDidClose{MenuPlace::strip}); };
+        strip_ = std::make_unique<ReadoutStrip>(chosenIn(MenuPlace::strip));
+        connectMenu(MenuPlace::strip, strip_->menu());
         strip_->onMoved = [this](QPoint position) { tell_(StripMoved{{position.x(), position.y()}}); };
     }
     return *strip_;
 }
 
+bool WindowProcess::hasMenuOrStrip() const {
+    return (popup_ && popup_->isVisible()) || (strip_ && strip_->isVisible());
+}
+
 bool WindowProcess::hasWindow() const {
     return std::any_of(windows_.begin(), windows_.end(),
-                       [](const auto& entry) { return entry.second.shell && entry.second.shell->isShown(); });
+                       [](const auto& entry) { return entry.second.shell && entry.second.shell->isVisible(); });
 }
 
 void WindowProcess::somethingChanged() {
-    const bool showsSomething = hasWindow() || (popup_ && popup_->isVisible()) || (strip_ && strip_->isVisible());
-    hasShownSomething_ = hasShownSomething_ || showsSomething;
+    hasShownSomething_ = hasShownSomething_ || hasWindow() || hasMenuOrStrip();
     if (hasWindow()) {
         taskbarEntry_.reset();
-    }
-    if (hasShownSomething_ && !hasWindow()) {
-        settleTimer_.start();
-    } else {
         settleTimer_.stop();
+    } else if (hasShownSomething_) {
+        settleTimer_.start();
     }
 }
 
 void WindowProcess::settle() {
-    if (hasWindow()) {
-        return;
-    }
     if (policy_ == ActivationPolicy::regular) {
         if (!taskbarEntry_) {
             taskbarEntry_ = std::make_unique<TaskbarEntry>();
             taskbarEntry_->onReopen = [this] { tell_(Reopened{}); };
-            taskbarEntry_->present();
+            taskbarEntry_->showMinimized();
         }
         return;
     }
     taskbarEntry_.reset();
-    if (!(popup_ && popup_->isVisible()) && !(strip_ && strip_->isVisible())) {
+    if (!hasMenuOrStrip()) {
         finished_();
     }
 }

@@ -55,7 +55,10 @@ private:
     void handle(const HideStrip& request);
 
     void connectWindow(WindowId id, ShellWindow& shell);
+    [[nodiscard]] MenuView::Chosen chosenIn(MenuPlace place);
+    void connectMenu(MenuPlace place, PopupMenu& menu);
     ReadoutStrip& madeStrip();
+    [[nodiscard]] bool hasMenuOrStrip() const;
     [[nodiscard]] bool hasWindow() const;
     void somethingChanged();
     void settle();

@@ -3,17 +3,15 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QByteArray>
 #include <QIcon>
 #include <QMessageLogContext>
 #include <array>
-#include <charconv>
 #include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "environment/AppInfo.h"
 #include "messages/WindowProtocol.h"
@@ -41,18 +39,11 @@ std::optional<int> socketOf(std::span<char*> arguments) {
     if (arguments.size() != 3 || arguments[1] != WindowProtocol::socketOption) {
         return std::nullopt;
     }
-    const std::string_view number = arguments[2];
-    int descriptor = -1;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), descriptor);
+    bool isNumber = false;
+    const int descriptor = QByteArray(arguments[2]).toInt(&isNumber);
     struct stat status {};
-    const bool isSocket = error == std::errc() && end == number.data() + number.size() &&
-                          fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
+    const bool isSocket = isNumber && fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
     return isSocket ? std::optional(descriptor) : std::nullopt;
-}
-
-bool isSet(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
 }
 
 // The toolkit ends the process by a signal where it finds no display; here it is one line and a status.
@@ -108,7 +99,8 @@ int main(int argumentCount, char** arguments) {
         say("started by thermopix, with --socket and the number of an open socket");
         return usageStatus;
     }
-    if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         say("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
         return WindowProtocol::noDisplayStatus;
     }

@@ -54,7 +54,7 @@ std::string drawn(const StatusImage& image, int width, int height, double scale,
     return rows(picture);
 }
 
-TEST(PixelArtDrawing, DrawsWholeDevicePixelsAtEveryScale) {
+TEST(PixelArtDrawing, DrawsWholeDevicePixelsAtEveryScaleAndWhereverItIsDrawn) {
     EXPECT_EQ(drawn(art(1), 3, 2, 1, {0, 0, 3, 2}),
               "#.#\n"
               ".#:\n");
@@ -70,16 +70,11 @@ TEST(PixelArtDrawing, DrawsWholeDevicePixelsAtEveryScale) {
               "##..##\n"
               "..##::\n"
               "..##::\n");
-}
-
-TEST(PixelArtDrawing, TakesSmallerWholeCellsWhereTheScaleGivesNone) {
+    // Smaller whole cells, where the scale gives none.
     EXPECT_EQ(drawn(art(1), 5, 3, 1.7, {0, 0, 5 / 1.7, 3 / 1.7}),
               ".#.#.\n"
               "..#:.\n"
               ".....\n");
-}
-
-TEST(PixelArtDrawing, LandsOnWholePixelsWhereverItIsDrawn) {
     EXPECT_EQ(drawn(art(1), 5, 4, 1, {1.3, 0.7, 3, 2}),
               ".....\n"
               ".#.#.\n"

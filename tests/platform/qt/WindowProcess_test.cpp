@@ -7,7 +7,9 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QTest>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "menubar/MainMenu.h"
@@ -20,11 +22,12 @@ namespace {
 constexpr int patience = 60'000;  // milliseconds; a guard against hanging
 constexpr WindowId settings = 7;
 const WindowDescription description{"Thermopix Settings", 300, 200, "prefs.window"};
+const AboutPanelContent about{
+    .applicationName = "Thermopix", .version = "1.2 (—)", .credits = "One\nTwo", .creditsStyle = {}};
 
 Menu mainMenu() {
-    Menu menu;
-    menu.items = {MainMenu::appMenuItem("Thermopix"), MainMenu::editMenuItem(), MainMenu::windowMenuItem()};
-    return menu;
+    return {.title = {},
+            .items = {MainMenu::appMenuItem("Thermopix"), MainMenu::editMenuItem(), MainMenu::windowMenuItem()}};
 }
 
 MenuItem petItem(const std::string& pet, bool isOn) {
@@ -83,14 +86,8 @@ protected:
         }
         throw std::runtime_error("no menu item is called " + title.toStdString());
     }
-    // What was told, as the lines that would be sent.
-    [[nodiscard]] std::vector<std::string> lines() const {
-        std::vector<std::string> result;
-        for (const auto& event : told) {
-            result.push_back(MessageCodec::line(event));
-        }
-        return result;
-    }
+    // What was told since it was last asked for, as the lines that would be sent.
+    [[nodiscard]] std::vector<std::string> lines() { return linesOf(std::exchange(told, {})); }
     [[nodiscard]] static std::vector<std::string> linesOf(const std::vector<WindowEvent>& events) {
         std::vector<std::string> result;
         for (const auto& event : events) {
@@ -108,33 +105,28 @@ protected:
         [this](const WindowEvent& event) { told.push_back(event); }, [this] { ++finished; });
 };
 
-TEST_F(Windows, ShowsAWindowOfFixedContentSizeUnderTheMenuBar) {
+TEST_F(Windows, ShowsAWindowOfFixedContentSizeUnderTheMenuBarInTheMiddleOfTheScreen) {
     show();
     EXPECT_EQ(window().objectName(), "prefs.window");
     EXPECT_EQ(window().windowTitle(), "Thermopix Settings");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&window())->role(), QAccessible::Window);
     EXPECT_EQ(window().content().size(), QSize(300, 200));
     const auto* menuBar = window().findChild<QMenuBar*>();
     EXPECT_TRUE(menuBar->isVisible());
     EXPECT_EQ(window().size(), QSize(300, 200 + menuBar->height()));
+    EXPECT_EQ(window().pos() + window().rect().center(),
+              QGuiApplication::primaryScreen()->availableGeometry().center());
     window().resize(900, 900);
     QApplication::processEvents();
     EXPECT_EQ(window().content().size(), QSize(300, 200));
     EXPECT_EQ(window().minimumSize(), window().maximumSize());
 }
 
-TEST_F(Windows, ShowsAWindowInTheMiddleOfTheScreen) {
-    show();
-    const QPoint center = window().pos() + window().rect().center();
-    EXPECT_EQ(center, QGuiApplication::primaryScreen()->availableGeometry().center());
-}
-
 TEST_F(Windows, TellsWhenAWindowWasShownClosedAndShownAgain) {
     ask(ShowWindow{settings, description});
     EXPECT_EQ(lines(), linesOf({WindowVisibilityChanged{settings, true, false}}));
-    told.clear();
     window().close();
     EXPECT_EQ(lines(), linesOf({WindowWillClose{settings}, WindowVisibilityChanged{settings, false, false}}));
-    told.clear();
     const QWidget* before = &window();
     ask(ShowWindow{settings, description});
     EXPECT_EQ(&window(), before);
@@ -146,7 +138,6 @@ TEST_F(Windows, TellsWhenAWindowWasMiniaturizedAndRestored) {
     window().showMinimized();
     QApplication::processEvents();
     EXPECT_EQ(lines(), linesOf({WindowVisibilityChanged{settings, false, true}}));
-    told.clear();
     ask(ShowWindow{settings, description});
     EXPECT_EQ(lines(), linesOf({WindowVisibilityChanged{settings, true, false}}));
 }
@@ -167,8 +158,7 @@ TEST_F(Windows, TakesTheContentBeforeOrAfterTheWindowIsShown) {
 
 TEST_F(Windows, EndsWithItsLastWindow) {
     show();
-    ask(ShowAboutPanel{
-        {.applicationName = "Thermopix", .version = "1.2 (34)", .credits = "One\nTwo", .creditsStyle = {}}});
+    ask(ShowAboutPanel{about});
     window().close();
     process->window(aboutPanelWindow)->close();
     EXPECT_EQ(finished, 0) << "the program may still ask for something";
@@ -224,24 +214,20 @@ TEST_F(Windows, ClosesMiniaturizesAndEndsByKey) {
     EXPECT_FALSE(window().isVisible());
 }
 
-TEST_F(Windows, ClosesTheAboutPanelByKeyToo) {
+TEST_F(Windows, ShowsOneAboutPanelWithItsTextsWhichAKeyCloses) {
     ask(SetMainMenu{mainMenu()});
-    ask(ShowAboutPanel{{.applicationName = "Thermopix", .version = "1.2 (34)", .credits = "", .creditsStyle = {}}});
+    ask(ShowAboutPanel{about});
     auto* panel = process->window(aboutPanelWindow);
+    ask(ShowAboutPanel{about});
+    EXPECT_EQ(process->window(aboutPanelWindow), panel);
+    for (const auto& [name, text] : std::map<const char*, const char*>{
+             {"about.name", "Thermopix"}, {"about.version", "Version 1.2 (—)"}, {"about.credits", "One\nTwo"}}) {
+        auto* element = QAccessible::queryAccessibleInterface(panel->findChild<QWidget*>(QLatin1String(name)));
+        EXPECT_EQ(element->text(QAccessible::Name), text);
+        EXPECT_EQ(element->role(), QAccessible::StaticText);
+    }
     QTest::keyClick(panel, Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(panel->isVisible());
-}
-
-TEST_F(Windows, ShowsOneAboutPanelWithItsTexts) {
-    const AboutPanelContent content{
-        .applicationName = "Thermopix", .version = "1.2 (—)", .credits = "One\nTwo", .creditsStyle = {}};
-    ask(ShowAboutPanel{content});
-    auto* panel = process->window(aboutPanelWindow);
-    ask(ShowAboutPanel{content});
-    EXPECT_EQ(process->window(aboutPanelWindow), panel);
-    EXPECT_EQ(panel->findChild<QWidget*>(QStringLiteral("about.name"))->accessibleName(), "Thermopix");
-    EXPECT_EQ(panel->findChild<QWidget*>(QStringLiteral("about.version"))->accessibleName(), "Version 1.2 (—)");
-    EXPECT_EQ(panel->findChild<QWidget*>(QStringLiteral("about.credits"))->accessibleName(), "One\nTwo");
 }
 
 TEST_F(Windows, GreysOutWhatADesktopCannotDo) {
@@ -274,7 +260,7 @@ TEST_F(Windows, CopiesAndPastesInTheFocusedTextField) {
 
 TEST_F(Windows, ListsTheOpenWindowsInTheWindowMenu) {
     show();
-    ask(ShowAboutPanel{{.applicationName = "Thermopix", .version = "1", .credits = "", .creditsStyle = {}}});
+    ask(ShowAboutPanel{about});
     QMenu* menu = window().findChild<QMenuBar*>()->actions().at(2)->menu();
     const auto listed = [menu] {
         Q_EMIT menu->aboutToShow();
@@ -338,15 +324,12 @@ protected:
     [[nodiscard]] ReadoutStrip& strip() { return *process->strip(); }
 };
 
-TEST_F(Strip, StandsAtTheRightEndOfTheUpperEdge) {
+TEST_F(Strip, StandsAtTheRightEndOfTheUpperEdgeOrWhereItIsToldAlongIt) {
     ask(ShowStrip{});
     EXPECT_TRUE(strip().isVisible());
     EXPECT_EQ(strip().y(), screen().top());
     EXPECT_GT(strip().geometry().right(), screen().right() - 20);
     EXPECT_EQ(strip().size(), QSize(60 + 18, 22));
-}
-
-TEST_F(Strip, StandsWhereItIsToldAlongTheEdge) {
     ask(ShowStrip{ScreenPoint{100, 50}});
     EXPECT_EQ(strip().pos(), QPoint(100, screen().top()));
     ask(ShowStrip{ScreenPoint{100000, 0}});
@@ -368,12 +351,12 @@ TEST_F(Strip, OpensItsMenuOnTheScreenByClickAndByKey) {
     EXPECT_EQ(strip().menu().y(), strip().geometry().bottom() + 1);
     EXPECT_TRUE(screen().contains(strip().menu().geometry()));
     EXPECT_GT(strip().menu().geometry().right(), strip().x()) << "below the strip";
-    strip().menu().close();
+    QTest::keyClick(&strip().menu(), Qt::Key_Escape);
+    EXPECT_FALSE(strip().menu().isVisible());
     QTest::keyClick(&strip(), Qt::Key_Space);
     EXPECT_TRUE(strip().menu().isVisible());
     EXPECT_EQ(lines(), linesOf({MenuWillOpen{MenuPlace::strip}, MenuDidClose{MenuPlace::strip},
                                 MenuWillOpen{MenuPlace::strip}}));
-    told.clear();
     QTest::keyClick(&strip().menu(), Qt::Key_Up);
     QTest::keyClick(&strip().menu(), Qt::Key_Return);
     EXPECT_EQ(lines(),

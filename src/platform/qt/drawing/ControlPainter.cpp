@@ -17,7 +17,6 @@ constexpr double minimumHeight = 24;
 constexpr double labelPadding = 4;
 constexpr double outlineOpacity = 0.16;
 constexpr double pressedOpacity = 0.1;
-constexpr double ringOpacity = 0.75;
 
 }  // namespace
 
@@ -43,8 +42,7 @@ void drawBezel(QPainter& painter, const QRectF& rectangle, const QPalette& palet
                                  RoleColors::faded(ColorRole::primary, pressedOpacity, palette));
     }
     if (showsFocus) {
-        ViewPainter::drawFocusRing(painter, rectangle, cornerRadius,
-                                   RoleColors::faded(ColorRole::accent, ringOpacity, palette));
+        ViewPainter::drawFocusRing(painter, rectangle, cornerRadius, palette);
     }
 }
 

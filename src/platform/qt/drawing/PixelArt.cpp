@@ -20,15 +20,10 @@ StatusImage atScale(StatusImage image, double scale) {
 }  // namespace
 
 QImage toQImage(const RgbaImage& image) {
-    QImage result(static_cast<int>(image.width), static_cast<int>(image.height), QImage::Format_ARGB32);
-    auto pixel = image.pixels.begin();
-    for (int y = 0; y < result.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(result.scanLine(y));
-        for (int x = 0; x < result.width(); ++x, ++pixel) {
-            line[x] = qRgba(pixel->red, pixel->green, pixel->blue, pixel->alpha);
-        }
-    }
-    return result;
+    static_assert(sizeof(RgbaColor) == 4);
+    const auto* bytes = reinterpret_cast<const uchar*>(image.pixels.data());
+    return QImage(bytes, static_cast<int>(image.width), static_cast<int>(image.height), QImage::Format_RGBA8888)
+        .convertToFormat(QImage::Format_ARGB32);
 }
 
 void draw(QPainter& painter, const QRectF& rectangle, const StatusImage& image, const QColor& color) {

@@ -25,6 +25,12 @@ QColor mixed(const QColor& ground, const QColor& top, double share) {
     return {channel(ground.red(), top.red()), channel(ground.green(), top.green()), channel(ground.blue(), top.blue())};
 }
 
+// A ground above the window's.
+QColor raised(const QPalette& palette, double darkTint) {
+    return isDark(palette) ? mixed(shade(palette, QPalette::Window), shade(palette, QPalette::WindowText), darkTint)
+                           : shade(palette, QPalette::Base);
+}
+
 }  // namespace
 
 bool isDark(const QPalette& palette) {
@@ -50,7 +56,7 @@ QColor color(ColorRole role, const QPalette& palette) {
         case ColorRole::sidebar:
             return mixed(window, text, sidebarShade);
         case ColorRole::card:
-            return isDark(palette) ? mixed(window, text, darkCardTint) : shade(palette, QPalette::Base);
+            return raised(palette, darkCardTint);
     }
     return text;
 }
@@ -75,9 +81,7 @@ QColor faded(ColorRole role, double opacity, const QPalette& palette) {
 }
 
 QColor button(const QPalette& palette) {
-    return isDark(palette)
-               ? mixed(shade(palette, QPalette::Window), shade(palette, QPalette::WindowText), darkButtonTint)
-               : shade(palette, QPalette::Base);
+    return raised(palette, darkButtonTint);
 }
 
 }  // namespace thermopix::RoleColors

@@ -11,7 +11,7 @@
 
 #include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/Symbols.h"
-#include "platform/qt/drawing/TextLines.h"
+#include "platform/qt/drawing/ViewPainter.h"
 
 namespace thermopix {
 
@@ -39,26 +39,15 @@ const QAction* actionOf(const QStyleOptionMenuItem& item, const QWidget* widget)
     return menu == nullptr ? nullptr : menu->actionAt(item.rect.center());
 }
 
-ShellStyle::MenuLine lineOf(const QAction* action) {
-    return action == nullptr ? ShellStyle::standardLine
-                             : static_cast<ShellStyle::MenuLine>(action->property(ShellStyle::lineProperty).toInt());
-}
-
-QColor textColor(const QStyleOptionMenuItem& item, ShellStyle::MenuLine line, bool isHighlighted) {
-    const QPalette& palette = item.palette;
-    switch (line) {
-        case ShellStyle::headlineLine:
-            return RoleColors::color(ColorRole::primary, palette);
-        case ShellStyle::captionLine:
-        case ShellStyle::sectionLine:
-            return RoleColors::color(ColorRole::secondary, palette);
-        case ShellStyle::standardLine:
-            break;
+QColor textColor(const QStyleOptionMenuItem& item, const QAction* action, bool isHighlighted) {
+    const QVariant role = action == nullptr ? QVariant() : action->property(ShellStyle::colorProperty);
+    if (role.isValid()) {
+        return RoleColors::color(static_cast<ColorRole>(role.toInt()), item.palette);
     }
     if ((item.state & QStyle::State_Enabled) == 0) {
-        return RoleColors::faded(ColorRole::primary, disabledOpacity, palette);
+        return RoleColors::faded(ColorRole::primary, disabledOpacity, item.palette);
     }
-    return RoleColors::color(isHighlighted ? ColorRole::onAccent : ColorRole::primary, palette);
+    return RoleColors::color(isHighlighted ? ColorRole::onAccent : ColorRole::primary, item.palette);
 }
 
 void drawCheckMark(QPainter& painter, QPointF center, const QColor& color) {
@@ -77,16 +66,14 @@ void drawMenuItem(const QStyleOptionMenuItem& item, QPainter& painter, const QWi
         return;
     }
     const QAction* action = actionOf(item, widget);
-    const auto line = lineOf(action);
     const bool isHighlighted = (item.state & QStyle::State_Selected) != 0 && (item.state & QStyle::State_Enabled) != 0;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     if (isHighlighted) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(RoleColors::color(ColorRole::accent, item.palette));
-        painter.drawRoundedRect(item.rect, highlightRadius, highlightRadius);
+        ViewPainter::fillRounded(painter, item.rect, highlightRadius,
+                                 RoleColors::color(ColorRole::accent, item.palette));
     }
-    const QColor color = textColor(item, line, isHighlighted);
+    const QColor color = textColor(item, action, isHighlighted);
     const QPointF mark(item.rect.left() + markColumn / 2.0, item.rect.top() + item.rect.height() / 2.0);
     if (item.checkType != QStyleOptionMenuItem::NotCheckable && item.checked) {
         drawCheckMark(painter, mark, color);
@@ -134,25 +121,6 @@ QSize menuItemSize(const QStyleOptionMenuItem& item) {
 
 ShellStyle::ShellStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
-QFont ShellStyle::lineFont(MenuLine line, const QFont& font) {
-    TextStyle style;
-    switch (line) {
-        case standardLine:
-            return font;
-        case headlineLine: {
-            style = {.points = 15, .isSemibold = true};
-            break;
-        }
-        case captionLine:
-            style = {.points = 11};
-            break;
-        case sectionLine:
-            style = {.points = 11, .isSemibold = true};
-            break;
-    }
-    return TextLines::font(style);
-}
-
 void ShellStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
@@ -171,12 +139,8 @@ void ShellStyle::drawControl(ControlElement element, const QStyleOption* option,
         painter->fillRect(item->rect, RoleColors::color(ColorRole::sidebar, item->palette));
         const bool isOpen = (item->state & (State_Selected | State_Sunken)) != 0;
         if (isOpen) {
-            painter->save();
-            painter->setRenderHint(QPainter::Antialiasing);
-            painter->setPen(Qt::NoPen);
-            painter->setBrush(RoleColors::faded(ColorRole::primary, 0.1, item->palette));
-            painter->drawRoundedRect(item->rect.adjusted(0, 2, 0, -2), highlightRadius, highlightRadius);
-            painter->restore();
+            ViewPainter::fillRounded(*painter, item->rect.adjusted(0, 2, 0, -2), highlightRadius,
+                                     RoleColors::faded(ColorRole::primary, 0.1, item->palette));
         }
         painter->setPen(RoleColors::color(ColorRole::primary, item->palette));
         painter->drawText(item->rect, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextHideMnemonic, item->text);
@@ -217,17 +181,11 @@ void ShellStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     }
     const QRect thumb = subControlRect(CC_ScrollBar, slider, SC_ScrollBarSlider, widget);
     const bool isActive = (slider->state & (State_MouseOver | State_Sunken)) != 0;
-    const bool isVertical = slider->orientation == Qt::Vertical;
     constexpr double side = (scrollBarWidth - scrollThumbWidth) / 2.0;
-    const QRectF shown =
-        isVertical ? QRectF(thumb).adjusted(side, 2, -side, -2) : QRectF(thumb).adjusted(2, side, -2, -side);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(
+    const QRectF shown = QRectF(thumb).adjusted(side, 2, -side, -2);
+    ViewPainter::fillRounded(
+        *painter, shown, scrollThumbWidth / 2.0,
         RoleColors::faded(ColorRole::primary, isActive ? activeThumbOpacity : thumbOpacity, slider->palette));
-    painter->drawRoundedRect(shown, scrollThumbWidth / 2.0, scrollThumbWidth / 2.0);
-    painter->restore();
 }
 
 QSize ShellStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
@@ -248,16 +206,14 @@ QRect ShellStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
     if (control != CC_ScrollBar || bar == nullptr) {
         return QProxyStyle::subControlRect(control, option, part, widget);
     }
-    const bool isVertical = bar->orientation == Qt::Vertical;
-    const int length = isVertical ? bar->rect.height() : bar->rect.width();
+    const int length = bar->rect.height();
     const int range = bar->maximum - bar->minimum;
     const int thumb = range <= 0 ? length
                                  : std::clamp(length * bar->pageStep / (range + bar->pageStep),
                                               std::min(shortestThumb, length), length);
     const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition, length - thumb);
     const auto along = [&](int from, int size) {
-        return isVertical ? QRect(bar->rect.left(), bar->rect.top() + from, bar->rect.width(), size)
-                          : QRect(bar->rect.left() + from, bar->rect.top(), size, bar->rect.height());
+        return QRect(bar->rect.left(), bar->rect.top() + from, bar->rect.width(), size);
     };
     switch (part) {
         case SC_ScrollBarSlider:
@@ -284,8 +240,6 @@ int ShellStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
         case PM_MenuPanelWidth:
             return 1;
         case PM_MenuBarItemSpacing:
-        case PM_MenuBarPanelWidth:
-        case PM_MenuBarVMargin:
             return 0;
         case PM_MenuBarHMargin:
             return 6;
@@ -296,16 +250,7 @@ int ShellStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
 
 int ShellStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* data) const {
-    switch (hint) {
-        case SH_Menu_MouseTracking:
-        case SH_MenuBar_MouseTracking:
-        case SH_Menu_Scrollable:
-            return 1;
-        case SH_Menu_AllowActiveAndDisabled:
-            return 0;
-        default:
-            return QProxyStyle::styleHint(hint, option, widget, data);
-    }
+    return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, data);
 }
 
 }  // namespace thermopix

@@ -23,10 +23,6 @@ QRectF content(const PlacedNode& placed) {
     return rectangle(placed.frame).adjusted(padding.leading, padding.top, -padding.trailing, -padding.bottom);
 }
 
-bool isEmpty(const Fill& fill) {
-    return std::holds_alternative<std::monostate>(fill);
-}
-
 QBrush brush(const Fill& fill, const QRectF& area, const QPalette& palette) {
     if (const auto* role = std::get_if<RoleColor>(&fill)) {
         return RoleColors::color(*role, palette);
@@ -43,9 +39,9 @@ QBrush brush(const Fill& fill, const QRectF& area, const QPalette& palette) {
 void drawGround(QPainter& painter, const Background& background, const QRectF& area, const QPalette& palette,
                 Pointer pointer) {
     const double radius = background.cornerRadius;
-    if (!isEmpty(background.fill)) {
+    if (!std::holds_alternative<std::monostate>(background.fill)) {
         fillRounded(painter, area, radius, brush(background.fill, area, palette));
-    } else if (!isEmpty(background.hoverFill)) {
+    } else {
         // A pressed ground is filled once more.
         for (int layer = 0; layer < static_cast<int>(pointer); ++layer) {
             fillRounded(painter, area, radius, brush(background.hoverFill, area, palette));
@@ -86,11 +82,11 @@ void drawOwn(QPainter& painter, const PlacedNode& placed, const QPalette& palett
     }
 }
 
-void drawTree(QPainter& painter, const PlacedNode& placed, const QPalette& palette) {
-    drawGround(painter, placed.node->background, rectangle(placed.frame), palette, Pointer::away);
+void drawTree(QPainter& painter, const PlacedNode& placed, const QPalette& palette, Pointer pointer) {
+    drawGround(painter, placed.node->background, rectangle(placed.frame), palette, pointer);
     drawOwn(painter, placed, palette);
     for (const auto& child : placed.children) {
-        drawTree(painter, child, palette);
+        drawTree(painter, child, palette, Pointer::away);
     }
 }
 
@@ -102,12 +98,7 @@ void drawBackground(QPainter& painter, const ViewNode& node, QSizeF size, const 
 
 void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& palette, Pointer pointer,
           MeasureLeaf measure) {
-    const PlacedNode placed = layOut(node, {size.width(), size.height()}, measure);
-    drawBackground(painter, node, size, palette, pointer);
-    drawOwn(painter, placed, palette);
-    for (const auto& child : placed.children) {
-        drawTree(painter, child, palette);
-    }
+    drawTree(painter, layOut(node, {size.width(), size.height()}, measure), palette, pointer);
 }
 
 void fillRounded(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QBrush& brush) {
@@ -119,11 +110,12 @@ void fillRounded(QPainter& painter, const QRectF& rectangle, double cornerRadius
     painter.restore();
 }
 
-void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QColor& color) {
+void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QPalette& palette,
+                   ColorRole role, double opacity) {
     constexpr double half = focusRingWidth / 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, focusRingWidth));
+    painter.setPen(QPen(RoleColors::faded(role, opacity, palette), focusRingWidth));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(rectangle.adjusted(half, half, -half, -half), cornerRadius - half, cornerRadius - half);
     painter.restore();

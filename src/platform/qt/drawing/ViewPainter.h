@@ -23,6 +23,7 @@ void draw(QPainter& painter, const ViewNode& node, QSizeF size, const QPalette& 
 void fillRounded(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QBrush& brush);
 
 /// The ring around what has the keyboard, just inside the rectangle.
-void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QColor& color);
+void drawFocusRing(QPainter& painter, const QRectF& rectangle, double cornerRadius, const QPalette& palette,
+                   ColorRole role = ColorRole::accent, double opacity = 0.75);
 
 }  // namespace thermopix::ViewPainter

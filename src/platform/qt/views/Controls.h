@@ -3,10 +3,19 @@
 #include "platform/qt/views/ViewControl.h"
 #include "shell/ViewLayout.h"
 
-/// What nodes are shown by: one maker for each kind of control, and how large a leaf wants to be.
+/// What nodes are shown by: one maker for each kind of control.
 namespace thermopix::Controls {
 
 using Make = ViewControl*(QWidget* parent, const ReportEvent& report);
+
+/// Null where only the node's children are seen.
+[[nodiscard]] Make* makerOf(const ViewNode& node);
+
+/// How large the leaf wants to be, in this shell's fonts and controls.
+[[nodiscard]] Size wantedSize(const ViewNode& leaf, double width);
+
+/// The same, as the layout takes it.
+inline constexpr auto measure = [](const ViewNode& leaf, double width) { return wantedSize(leaf, width); };
 
 /// What the user only looks at: a text, a picture, a ground for other controls, or a whole stack that is one element to
 /// assistive technology.

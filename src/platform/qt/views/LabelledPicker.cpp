@@ -177,13 +177,4 @@ Size Controls::labelledPickerSize(const ViewNode& node) {
     return size;
 }
 
-Size Controls::largestTitle(const ViewNode& picker) {
-    Size largest;
-    for (const auto& item : picker.items) {
-        const Size title = TextLines::size(item.title, picker.textStyle);
-        largest = {std::max(largest.width, title.width), std::max(largest.height, title.height)};
-    }
-    return largest;
-}
-
 }  // namespace thermopix

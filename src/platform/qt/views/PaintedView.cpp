@@ -3,7 +3,6 @@
 
 #include "platform/qt/drawing/ViewPainter.h"
 #include "platform/qt/views/Controls.h"
-#include "platform/qt/views/LeafSizes.h"
 
 namespace thermopix {
 
@@ -58,7 +57,7 @@ protected:
         if (node_.kind == ViewKind::stack && !node_.accessibility.hidesChildren) {
             ViewPainter::drawBackground(painter, node_, size(), palette(), pointer);
         } else {
-            ViewPainter::draw(painter, node_, size(), palette(), pointer, LeafSizes::measure);
+            ViewPainter::draw(painter, node_, size(), palette(), pointer, Controls::measure);
         }
     }
 };

@@ -2,18 +2,10 @@
 
 #include <QPainter>
 
-#include "platform/qt/drawing/RoleColors.h"
 #include "platform/qt/drawing/ViewPainter.h"
 #include "platform/qt/views/Controls.h"
-#include "platform/qt/views/LeafSizes.h"
 
 namespace thermopix {
-
-namespace {
-
-constexpr double ringOpacity = 0.75;
-
-}  // namespace
 
 ViewControl* Controls::makePlainButton(QWidget* parent, const ReportEvent& report) {
     return new PlainButton(parent, report);
@@ -58,13 +50,11 @@ void PlainButton::paintEvent(QPaintEvent* /*event*/) {
     using ViewPainter::Pointer;
     QPainter painter(this);
     ViewPainter::draw(painter, node_, size(), palette(),
-                      isDown() ? Pointer::pressing : (underMouse() ? Pointer::over : Pointer::away),
-                      LeafSizes::measure);
+                      isDown() ? Pointer::pressing : (underMouse() ? Pointer::over : Pointer::away), Controls::measure);
     if (showsFocus()) {
         const auto role =
             node_.background.fill == Fill(RoleColor{ColorRole::accent}) ? ColorRole::onAccent : ColorRole::accent;
-        ViewPainter::drawFocusRing(painter, rect(), node_.background.cornerRadius,
-                                   RoleColors::faded(role, ringOpacity, palette()));
+        ViewPainter::drawFocusRing(painter, rect(), node_.background.cornerRadius, palette(), role);
     }
 }
 

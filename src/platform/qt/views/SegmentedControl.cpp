@@ -20,7 +20,6 @@ constexpr double trackRadius = 7;
 constexpr double segmentRadius = 5;
 constexpr double trackOpacity = 0.07;
 constexpr double selectedOutlineOpacity = 0.14;
-constexpr double ringOpacity = 0.75;
 
 /// One of the choices.
 class Segment final : public Focusable<QRadioButton> {
@@ -49,8 +48,7 @@ protected:
         }
         ControlPainter::drawLabel(painter, rect(), item_.title, style_, palette(), Qt::AlignHCenter);
         if (showsFocus()) {
-            ViewPainter::drawFocusRing(painter, rect(), segmentRadius,
-                                       RoleColors::faded(ColorRole::accent, ringOpacity, palette()));
+            ViewPainter::drawFocusRing(painter, rect(), segmentRadius, palette());
         }
     }
 

@@ -62,8 +62,7 @@ protected:
 
         if (showsFocus()) {
             ViewPainter::drawFocusRing(painter, track.adjusted(-margin, -margin, margin, margin),
-                                       trackHeight / 2 + margin,
-                                       RoleColors::faded(ColorRole::accent, ringOpacity, palette()));
+                                       trackHeight / 2 + margin, palette(), ColorRole::accent, ringOpacity);
         }
     }
 };

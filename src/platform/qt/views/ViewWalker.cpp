@@ -5,47 +5,17 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/qt/views/LeafSizes.h"
 #include "platform/qt/views/PlainButton.h"
 
 namespace thermopix {
 
 namespace {
 
-bool isSeen(const ViewNode& stack) {
-    return stack.background != Background{} || !stack.identifier.empty() || stack.accessibility != Accessibility{};
-}
-
-/// Null where only the node's children are seen.
-Controls::Make* makerOf(const ViewNode& node) {
-    switch (node.kind) {
-        case ViewKind::stack:
-            return isSeen(node) ? Controls::makePaintedView : nullptr;
-        case ViewKind::text:
-        case ViewKind::symbol:
-        case ViewKind::pixelImage:
-        case ViewKind::divider:
-            return Controls::makePaintedView;
-        case ViewKind::button:
-            return node.children.empty() ? Controls::makePushButton : Controls::makePlainButton;
-        case ViewKind::toggle:
-            return Controls::makeToggleSwitch;
-        case ViewKind::picker:
-            return node.pickerStyle == PickerStyle::segmented ? Controls::makeSegmentedControl
-                                                              : Controls::makeLabelledPicker;
-        case ViewKind::spacer:
-            return nullptr;
-        case ViewKind::scroll:
-            return Controls::makeScrollView;
-    }
-    return nullptr;
-}
-
 QRect geometry(const PlacedNode& placed) {
     Frame frame = placed.frame;
     // Controls that draw their node's padding themselves stand on the whole frame, all others inside it.
     const ViewNode& node = *placed.node;
-    const Controls::Make* make = makerOf(node);
+    const Controls::Make* make = Controls::makerOf(node);
     if (make != Controls::makePaintedView && make != Controls::makePlainButton) {
         frame = {frame.x + node.padding.leading, frame.y + node.padding.top,
                  frame.width - node.padding.leading - node.padding.trailing,
@@ -64,7 +34,7 @@ void ViewWalker::show(const ViewNode& root) {
     hasNewShape_ = false;
     const QSize size = host_.size();
     mount(root_,
-          layOut(root, {static_cast<double>(size.width()), static_cast<double>(size.height())}, LeafSizes::measure),
+          layOut(root, {static_cast<double>(size.width()), static_cast<double>(size.height())}, Controls::measure),
           host_);
     if (hasNewShape_) {
         restoreTabOrder();
@@ -77,7 +47,7 @@ void ViewWalker::show(const ViewNode& root) {
 
 void ViewWalker::mount(Mounted& mounted, const PlacedNode& placed, QWidget& parent) {
     const ViewNode& node = *placed.node;
-    Controls::Make* make = makerOf(node);
+    Controls::Make* make = Controls::makerOf(node);
     if (mounted.kind != node.kind || mounted.make != make || mounted.identifier != node.identifier) {
         remove(mounted);
         mounted.kind = node.kind;

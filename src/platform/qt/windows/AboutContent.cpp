@@ -64,25 +64,27 @@ protected:
 
 }  // namespace
 
-AboutContent::AboutContent(const AboutPanelContent& content) {
+std::unique_ptr<QWidget> makeAboutContent(const AboutPanelContent& content) {
+    auto panel = std::make_unique<QWidget>();
     const auto& credits = content.creditsStyle;
     int y = topMargin;
     const auto place = [&](QWidget* widget) {
         widget->move((panelWidth - widget->width()) / 2, y);
         y += widget->height();
     };
-    place(new IconView(this));
+    place(new IconView(panel.get()));
     y += iconGap;
-    place(new CenteredText(this, QStringLiteral("about.name"), content.applicationName,
+    place(new CenteredText(panel.get(), QStringLiteral("about.name"), content.applicationName,
                            {.points = 18, .isSemibold = true}, ColorRole::primary));
     y += versionGap;
-    place(new CenteredText(this, QStringLiteral("about.version"), "Version " + content.version, {.points = 12},
+    place(new CenteredText(panel.get(), QStringLiteral("about.version"), "Version " + content.version, {.points = 12},
                            ColorRole::secondary));
     y += creditsGap;
-    place(new CenteredText(this, QStringLiteral("about.credits"), content.credits,
+    place(new CenteredText(panel.get(), QStringLiteral("about.credits"), content.credits,
                            {.points = credits.fontSize, .lineSpacing = credits.extraLineSpacing},
                            credits.isSecondary ? ColorRole::secondary : ColorRole::primary));
-    wanted_ = {panelWidth, y + bottomMargin};
+    panel->resize(panelWidth, y + bottomMargin);
+    return panel;
 }
 
 }  // namespace thermopix

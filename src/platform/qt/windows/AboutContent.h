@@ -2,21 +2,12 @@
 
 #include <QWidget>
 #include <memory>
-#include <vector>
 
 #include "shell/AboutPanelContent.h"
 
 namespace thermopix {
 
-/// The inside of the About panel: icon, name, version and credits, one below the other.
-class AboutContent final : public QWidget {
-public:
-    explicit AboutContent(const AboutPanelContent& content);
-
-    [[nodiscard]] QSize wantedSize() const { return wanted_; }
-
-private:
-    QSize wanted_;
-};
+/// The inside of the About panel, in its size: icon, name, version and credits, one below the other.
+[[nodiscard]] std::unique_ptr<QWidget> makeAboutContent(const AboutPanelContent& content);
 
 }  // namespace thermopix

@@ -1,7 +1,8 @@
 #include "platform/qt/windows/MainMenuBar.h"
 
 #include <QApplication>
-#include <QMetaMethod>
+#include <QMetaObject>
+#include <string>
 #include <utility>
 
 #include "platform/qt/drawing/Strings.h"
@@ -10,29 +11,14 @@ namespace thermopix {
 
 namespace {
 
-// The slot of a text field that does the action; null for actions of another kind.
-const char* fieldSlot(MenuAction action) {
-    switch (action) {
-        case MenuAction::undo:
-            return "undo";
-        case MenuAction::redo:
-            return "redo";
-        case MenuAction::cut:
-            return "cut";
-        case MenuAction::copy:
-            return "copy";
-        case MenuAction::paste:
-            return "paste";
-        case MenuAction::selectAll:
-            return "selectAll";
-        default:
-            return nullptr;
-    }
+// The focused text field does these, in slots of the same names.
+bool isOfTextField(MenuAction action) {
+    return action >= MenuAction::undo && action <= MenuAction::selectAll;
 }
 
-bool hasSlot(const QWidget* widget, const char* slot) {
-    const QByteArray signature = QByteArray(slot) + "()";
-    return widget != nullptr && widget->metaObject()->indexOfSlot(signature.constData()) >= 0;
+bool hasSlot(const QWidget* widget, MenuAction action) {
+    const std::string signature = std::string(rawValue(action)) + "()";
+    return widget != nullptr && widget->metaObject()->indexOfSlot(signature.c_str()) >= 0;
 }
 
 QWidgetList shownWindows() {
@@ -59,26 +45,24 @@ MainMenuBar::MainMenuBar(QWidget* window, QString untitled, Chosen chosen)
             [this](QWidget* /*old*/, QWidget* focused) { focusMoved(focused); });
 }
 
-MainMenuBar::~MainMenuBar() {
-    removeMenus();
-}
-
 void MainMenuBar::show(const Menu& menu) {
     if (shown_ == menu) {
         return;
     }
     shown_ = menu;
-    removeMenus();
+    windowEntries_.clear();
+    qDeleteAll(std::exchange(views_, {}));
     for (const auto& item : shown_.items) {
-        QMenu* native = addMenu(item.title.empty() ? untitled_ : qtString(item.title));
-        views_.push_back(std::make_unique<MenuView>(
-            *native, [this](const MenuItem& chosen) { perform(chosen.action); },
+        auto* view = views_.emplace_back(new MenuView(
+            this, [this](const MenuItem& chosen) { perform(chosen.action); },
             [this](const MenuItem& asked) { return canPerform(asked.action); }));
-        views_.back()->show(item.submenu);
+        view->setTitle(item.title.empty() ? untitled_ : qtString(item.title));
+        view->showMenu(item.submenu);
+        addMenu(view);
         // The shortcuts belong to the window, whether the menus are seen in it or not.
-        window()->addActions(native->actions());
+        window()->addActions(view->actions());
         if (item.submenu.listsWindows) {
-            connect(native, &QMenu::aboutToShow, this, [this, native] { listWindows(*native); });
+            connect(view, &QMenu::aboutToShow, this, [this, view] { listWindows(*view); });
         }
     }
 }
@@ -87,8 +71,8 @@ void MainMenuBar::perform(MenuAction action) {
     if (!canPerform(action)) {
         return;
     }
-    if (const char* slot = fieldSlot(action)) {
-        QMetaObject::invokeMethod(focused_, slot);
+    if (isOfTextField(action)) {
+        QMetaObject::invokeMethod(focused_, std::string(rawValue(action)).c_str());
         return;
     }
     switch (action) {
@@ -121,10 +105,8 @@ bool MainMenuBar::canPerform(MenuAction action) const {
         case MenuAction::unhideAllApplications:
             return false;
         default:
-            break;
+            return !isOfTextField(action) || hasSlot(focused_, action);
     }
-    const char* slot = fieldSlot(action);
-    return slot == nullptr || hasSlot(focused_, slot);
 }
 
 void MainMenuBar::focusMoved(QWidget* focused) {
@@ -132,17 +114,8 @@ void MainMenuBar::focusMoved(QWidget* focused) {
         return;
     }
     focused_ = focused;
-    for (const auto& view : views_) {
-        view->refreshEnabled();
-    }
-}
-
-void MainMenuBar::removeMenus() {
-    windowEntries_.clear();
-    while (!views_.empty()) {
-        QMenu* native = &views_.back()->menu();
-        views_.pop_back();
-        delete native;
+    for (auto* view : views_) {
+        view->refresh();
     }
 }
 

@@ -3,8 +3,6 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <functional>
-#include <memory>
-#include <string>
 #include <vector>
 
 #include "platform/qt/windows/MenuView.h"
@@ -20,7 +18,6 @@ public:
 
     /// `untitled` is the name of the menu that has none of its own.
     MainMenuBar(QWidget* window, QString untitled, Chosen chosen);
-    ~MainMenuBar() override;
 
     void show(const Menu& menu);
 
@@ -28,13 +25,12 @@ private:
     void perform(MenuAction action);
     [[nodiscard]] bool canPerform(MenuAction action) const;
     void focusMoved(QWidget* focused);
-    void removeMenus();
     void listWindows(QMenu& menu);
 
     QString untitled_;
     Chosen chosen_;
     Menu shown_;
-    std::vector<std::unique_ptr<MenuView>> views_;
+    std::vector<MenuView*> views_;
     /// Had the focus before a menu took it.
     QPointer<QWidget> focused_;
     /// The entries of open windows, made each time that their menu opens.

@@ -1,10 +1,13 @@
 #include "platform/qt/windows/MenuView.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <utility>
 
 #include "platform/qt/drawing/ShellStyle.h"
 #include "platform/qt/drawing/Strings.h"
+#include "platform/qt/drawing/TextLines.h"
 
 namespace thermopix {
 
@@ -17,65 +20,73 @@ bool haveSameShape(const Menu& left, const Menu& right) {
                       });
 }
 
-ShellStyle::MenuLine lineOf(const MenuItem& item) {
+struct Line {
+    /// The menu's own when there is none.
+    std::optional<TextStyle> font;
+    /// As for what can be chosen when there is none.
+    std::optional<ColorRole> color;
+};
+
+Line lineOf(const MenuItem& item) {
     if (item.kind == MenuItemKind::sectionHeader) {
-        return ShellStyle::sectionLine;
+        return {TextStyle{.points = 11, .isSemibold = true}, ColorRole::secondary};
     }
     switch (item.textStyle) {
         case MenuTextStyle::standard:
-            return ShellStyle::standardLine;
+            break;
         case MenuTextStyle::headline:
-            return ShellStyle::headlineLine;
+            return {TextStyle{.points = 15, .isSemibold = true}, ColorRole::primary};
         case MenuTextStyle::caption:
-            return ShellStyle::captionLine;
+            return {TextStyle{.points = 11}, ColorRole::secondary};
     }
-    return ShellStyle::standardLine;
+    return {};
+}
+
+QKeySequence shortcut(const MenuItem& item) {
+    // In the order of `KeyModifiers`.
+    static constexpr std::array modifiers{"Ctrl+", "Ctrl+Alt+", "Ctrl+Shift+"};
+    return item.key.empty()
+               ? QKeySequence()
+               : QKeySequence(modifiers.at(static_cast<std::size_t>(item.modifiers)) + qtString(item.key).toUpper());
 }
 
 }  // namespace
 
-MenuView::MenuView(QMenu& menu, Chosen chosen, CanDo canDo)
-    : menu_(menu), chosen_(std::move(chosen)), canDo_(std::move(canDo)) {
-    QObject::connect(&menu_, &QMenu::aboutToShow, &menu_, [this] { refreshEnabled(); });
+MenuView::MenuView(QWidget* parent, Chosen chosen, CanDo canDo)
+    : QMenu(parent), chosen_(std::move(chosen)), canDo_(std::move(canDo)) {
+    connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
 }
 
-void MenuView::show(const Menu& menu) {
+void MenuView::showMenu(const Menu& menu) {
     const bool isSame = haveSameShape(shown_, menu);
     shown_ = menu;
     if (!isSame) {
         rebuild();
     }
-    for (std::size_t i = 0; i < actions_.size(); ++i) {
-        describe(*actions_[i], shown_.items[i]);
-    }
+    refresh();
 }
 
 void MenuView::rebuild() {
-    menu_.clear();
-    actions_.clear();
+    clear();
     for (std::size_t i = 0; i < shown_.items.size(); ++i) {
-        QAction* action =
-            shown_.items[i].kind == MenuItemKind::separator ? menu_.addSeparator() : menu_.addAction(QString());
-        QObject::connect(action, &QAction::triggered, &menu_, [this, i] {
+        QAction* action = shown_.items[i].kind == MenuItemKind::separator ? addSeparator() : addAction(QString());
+        connect(action, &QAction::triggered, this, [this, i, action] {
             // A check mark is the owner's to set.
             const MenuItem item = shown_.items[i];
-            actions_[i]->setChecked(item.isOn);
-            if (menu_.isVisible()) {
-                // Assistive technology leaves the menu open.
-                menu_.close();
-            }
+            action->setChecked(item.isOn);
+            // Assistive technology leaves the menu open.
+            close();
             chosen_(item);
         });
-        actions_.push_back(action);
     }
 }
 
 void MenuView::describe(QAction& action, const MenuItem& item) {
-    const auto line = lineOf(item);
+    const Line line = lineOf(item);
     action.setObjectName(qtString(item.identifier));
     action.setText(controlText(item.title));
-    action.setProperty(ShellStyle::lineProperty, static_cast<int>(line));
-    action.setFont(ShellStyle::lineFont(line, menu_.font()));
+    action.setProperty(ShellStyle::colorProperty, line.color ? QVariant(static_cast<int>(*line.color)) : QVariant());
+    action.setFont(line.font ? TextLines::font(*line.font) : font());
     action.setVisible(!item.isHidden);
     action.setEnabled(item.isEnabled && (item.kind != MenuItemKind::action || !canDo_ || canDo_(item)));
     // Items that stand for a value are marked when it is the chosen one.
@@ -87,26 +98,10 @@ void MenuView::describe(QAction& action, const MenuItem& item) {
     }
 }
 
-void MenuView::refreshEnabled() {
-    for (std::size_t i = 0; i < actions_.size(); ++i) {
-        describe(*actions_[i], shown_.items[i]);
+void MenuView::refresh() {
+    for (std::size_t i = 0; i < shown_.items.size(); ++i) {
+        describe(*actions().at(static_cast<qsizetype>(i)), shown_.items[i]);
     }
-}
-
-QKeySequence MenuView::shortcut(const MenuItem& item) {
-    if (item.key.empty()) {
-        return {};
-    }
-    const QString key = qtString(item.key).toUpper();
-    switch (item.modifiers) {
-        case KeyModifiers::command:
-            return {QStringLiteral("Ctrl+") + key};
-        case KeyModifiers::commandOption:
-            return {QStringLiteral("Ctrl+Alt+") + key};
-        case KeyModifiers::commandShift:
-            return {QStringLiteral("Ctrl+Shift+") + key};
-    }
-    return {};
 }
 
 }  // namespace thermopix

@@ -7,7 +7,7 @@
 
 namespace thermopix {
 
-PopupMenu::PopupMenu(MenuView::Chosen chosen) : view_(*this, std::move(chosen)) {
+PopupMenu::PopupMenu(Chosen chosen, QWidget* parent) : MenuView(parent, std::move(chosen)) {
     setFont(TextLines::font({}));
 }
 
@@ -26,14 +26,7 @@ void PopupMenu::keyPressEvent(QKeyEvent* event) {
             return;
         }
     }
-    QMenu::keyPressEvent(event);
-}
-
-void PopupMenu::hideEvent(QHideEvent* event) {
-    QMenu::hideEvent(event);
-    if (onClosed) {
-        onClosed();
-    }
+    MenuView::keyPressEvent(event);
 }
 
 }  // namespace thermopix

@@ -31,6 +31,12 @@ struct Look {
     QColor ink;
 };
 
+// The screen, along whose upper edge the strip is moved.
+QRect room() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? QRect() : screen->availableGeometry();
+}
+
 // A menu bar on a light desktop and on a dark one.
 Look lookFor(const QPalette& palette) {
     return RoleColors::isDark(palette) ? Look{{58, 58, 64}, {38, 38, 43}, {255, 255, 255, 46}, {255, 255, 255, 235}}
@@ -39,7 +45,7 @@ Look lookFor(const QPalette& palette) {
 
 }  // namespace
 
-ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), menu_(std::move(chosen)) {
+ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), menu_(std::move(chosen), this) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -51,13 +57,7 @@ ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), 
     standOnEveryWorkspace(*this);
     // From assistive technology; the pointer and the keys come by their own ways.
     connect(this, &QAbstractButton::clicked, this, [this] { openMenu(); });
-    menu_.setParent(this, menu_.windowFlags());
-    menu_.onClosed = [this] {
-        update();
-        if (onMenuDidClose) {
-            onMenuDidClose();
-        }
-    };
+    connect(&menu_, &QMenu::aboutToHide, this, [this] { update(); });
 }
 
 void ReadoutStrip::setReadout(const StatusImage& image) {
@@ -79,7 +79,7 @@ void ReadoutStrip::setReadout(const StatusImage& image) {
 
 void ReadoutStrip::present(std::optional<QPoint> position) {
     resize(sizeHint());
-    moveAlongEdge(position ? position->x() : edge().right() + 1 - width() - edgeMargin);
+    moveAlongEdge(position ? position->x() : room().right() + 1 - width() - edgeMargin);
     show();
 }
 
@@ -112,14 +112,14 @@ void ReadoutStrip::paintEvent(QPaintEvent* /*event*/) {
     painter.fillRect(QRectF(line, bounds.height() - line, bounds.width() - 2 * line, line), look.outline);
     PixelArt::draw(painter, rect(), image_, look.ink);
     if (hasFocus() && !isPointed_ && QApplication::activeWindow() == this) {
-        ViewPainter::drawFocusRing(painter, rect(), 2, RoleColors::faded(ColorRole::accent, 0.75, palette()));
+        ViewPainter::drawFocusRing(painter, rect(), 2, palette());
     }
 }
 
 void ReadoutStrip::mousePressEvent(QMouseEvent* event) {
     isPointed_ = true;
     if (event->button() == Qt::LeftButton) {
-        grip_ = event->globalPosition().toPoint().x() - place_.value_or(pos()).x();
+        grip_ = event->globalPosition().toPoint().x() - place().x();
         wasDragged_ = false;
         setDown(true);
     } else if (event->button() == Qt::RightButton) {
@@ -132,7 +132,7 @@ void ReadoutStrip::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     const int left = event->globalPosition().toPoint().x() - *grip_;
-    wasDragged_ = wasDragged_ || std::abs(left - place_.value_or(pos()).x()) >= QApplication::startDragDistance();
+    wasDragged_ = wasDragged_ || std::abs(left - place().x()) >= QApplication::startDragDistance();
     if (wasDragged_) {
         moveAlongEdge(left);
     }
@@ -145,9 +145,7 @@ void ReadoutStrip::mouseReleaseEvent(QMouseEvent* event) {
     grip_.reset();
     setDown(false);
     if (wasDragged_) {
-        if (onMoved) {
-            onMoved(place_.value_or(pos()));
-        }
+        onMoved(place());
     } else {
         openMenu();
     }
@@ -175,22 +173,14 @@ void ReadoutStrip::focusOutEvent(QFocusEvent* event) {
 }
 
 void ReadoutStrip::openMenu() {
-    if (onMenuWillOpen) {
-        onMenuWillOpen();
-    }
-    menu_.open(place_.value_or(pos()) + QPoint(0, height()));
+    menu_.open(place() + QPoint(0, height()));
     update();
 }
 
 void ReadoutStrip::moveAlongEdge(int left) {
-    const QRect room = edge();
-    place_ = QPoint(std::clamp(left, room.left(), std::max(room.left(), room.right() + 1 - width())), room.top());
+    const QRect edge = room();
+    place_ = QPoint(std::clamp(left, edge.left(), std::max(edge.left(), edge.right() + 1 - width())), edge.top());
     move(*place_);
-}
-
-QRect ReadoutStrip::edge() {
-    const QScreen* at = QGuiApplication::primaryScreen();
-    return at == nullptr ? QRect() : at->availableGeometry();
 }
 
 }  // namespace thermopix

@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QPoint>
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "pixels/StatusImage.h"
@@ -19,8 +18,6 @@ class ReadoutStrip final : public QAbstractButton, public AccessibleElement {
 public:
     explicit ReadoutStrip(MenuView::Chosen chosen);
 
-    std::function<void()> onMenuWillOpen;
-    std::function<void()> onMenuDidClose;
     std::function<void(QPoint)> onMoved;
 
     void setReadout(const StatusImage& image);
@@ -46,11 +43,11 @@ protected:
 private:
     void openMenu();
     void moveAlongEdge(int left);
-    [[nodiscard]] static QRect edge();
+    /// Where it was put; what the window system says of it meanwhile may be relative to a frame.
+    [[nodiscard]] QPoint place() const { return place_.value_or(pos()); }
 
     PopupMenu menu_;
     StatusImage image_;
-    /// Where it was put; what the window system says of it meanwhile may be relative to a frame.
     std::optional<QPoint> place_;
     /// How far right of the strip's left end the pointer holds it, while its button is down.
     std::optional<int> grip_;

@@ -1,6 +1,6 @@
 #include "platform/qt/windows/ShellWindow.h"
 
-#include <QCloseEvent>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -15,11 +15,7 @@ ShellWindow::ShellWindow(const QString& title, const QString& identifier, std::u
     : QWidget(nullptr, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                            Qt::WindowCloseButtonHint | Qt::CustomizeWindowHint),
       content_(content.release()),
-      menuBar_(new MainMenuBar(this, qtString(AppInfo::name), [this](MenuAction action) {
-          if (onMainMenu) {
-              onMainMenu(action);
-          }
-      })) {
+      menuBar_(new MainMenuBar(this, qtString(AppInfo::name), [this](MenuAction action) { onMainMenu(action); })) {
     setObjectName(identifier);
     setWindowTitle(title);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -60,47 +56,16 @@ void ShellWindow::comeForward() {
     activateWindow();
 }
 
-void ShellWindow::discard() {
-    onWillClose = {};
-    onVisibilityChange = {};
-    hide();
-}
-
-void ShellWindow::closeEvent(QCloseEvent* event) {
-    if (isVisible() && onWillClose) {
+bool ShellWindow::event(QEvent* event) {
+    if (event->type() == QEvent::Close && isVisible()) {
         onWillClose();
     }
-    QWidget::closeEvent(event);
-}
-
-void ShellWindow::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange) {
-        reportVisibility();
+    const bool isDone = QWidget::event(event);
+    const std::pair now(isVisible() && !isMinimized(), isVisible() && isMinimized());
+    if (std::exchange(told_, now) != now) {
+        onVisibilityChange(now.first, now.second);
     }
-}
-
-void ShellWindow::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    reportVisibility();
-}
-
-void ShellWindow::hideEvent(QHideEvent* event) {
-    QWidget::hideEvent(event);
-    reportVisibility();
-}
-
-void ShellWindow::reportVisibility() {
-    const bool isMiniaturizedNow = isVisible() && isMinimized();
-    const bool isVisibleNow = isVisible() && !isMiniaturizedNow;
-    if (isVisibleNow == toldVisible_ && isMiniaturizedNow == toldMiniaturized_) {
-        return;
-    }
-    toldVisible_ = isVisibleNow;
-    toldMiniaturized_ = isMiniaturizedNow;
-    if (onVisibilityChange) {
-        onVisibilityChange(isVisibleNow, isMiniaturizedNow);
-    }
+    return isDone;
 }
 
 }  // namespace thermopix

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/qt/views/ViewControl.h"
 #include "platform/qt/windows/MainMenuBar.h"
@@ -30,28 +31,18 @@ public:
     /// A miniaturised window is restored.
     void present();
     void comeForward();
-    /// Without a word.
-    void discard();
-
-    /// Visible or miniaturised.
-    [[nodiscard]] bool isShown() const { return isVisible(); }
 
     [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
-    void reportVisibility();
-
     QWidget* content_;
     MainMenuBar* menuBar_;
     bool wasShown_ = false;
-    bool toldVisible_ = false;
-    bool toldMiniaturized_ = false;
+    /// Visible and miniaturised, as last told.
+    std::pair<bool, bool> told_;
 };
 
 }  // namespace thermopix

@@ -25,9 +25,7 @@ void TaskbarEntry::changeEvent(QEvent* event) {
         // What the window system still says of the restored window is old.
         QTimer::singleShot(0, this, [this] { isRestored_ = false; });
     });
-    if (onReopen) {
-        onReopen();
-    }
+    onReopen();
 }
 
 void TaskbarEntry::closeEvent(QCloseEvent* event) {

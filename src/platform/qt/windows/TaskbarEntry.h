@@ -13,8 +13,6 @@ public:
 
     std::function<void()> onReopen;
 
-    void present() { showMinimized(); }
-
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
