@@ -31,7 +31,7 @@ struct StatusPlaces {
     friend bool operator==(const StatusPlaces&, const StatusPlaces&) = default;
 };
 
-/// In the terminal on request or with nothing else to show it; in the tray where there is a bus with a display or a
+/// The terminal on request or with nothing else to show it; the tray where there is a bus with a display or a
 /// tray, however late that comes.
 [[nodiscard]] StatusPlaces statusPlaces(const StatusPlaceOffer& offer);
 

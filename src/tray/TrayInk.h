@@ -24,7 +24,7 @@ struct DesktopColors {
 /// Opaque colours of the inks.
 struct TrayInk {
     RgbaColor full;
-    /// None to leave unlit cells out: no one colour is fainter than `mid` on light and on dark bars.
+    /// None leaves unlit cells out: no colour is fainter than `mid` on light and on dark bars alike.
     std::optional<RgbaColor> ghost;
 
     friend bool operator==(const TrayInk&, const TrayInk&) = default;

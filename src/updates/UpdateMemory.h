@@ -14,7 +14,7 @@ namespace thermopix {
 /// process. Main thread.
 class UpdateMemory {
 public:
-    /// By the wall clock.
+    /// A time of the wall clock.
     using Time = std::chrono::sys_seconds;
 
     explicit UpdateMemory(std::shared_ptr<UserDefaults> defaults) : defaults_(std::move(defaults)) {}

@@ -30,7 +30,7 @@ struct NotKnownHere {
 };
 
 struct CheckFailed {
-    /// For the log.
+    /// The reason, for the log.
     std::string reason;
     friend bool operator==(const CheckFailed&, const CheckFailed&) = default;
 };

@@ -25,8 +25,8 @@ public:
     /// What came is no request; nothing more is read.
     std::function<void()> onMalformed;
 
-    /// Written when the present turn of the event loop is over, together with what else it tells, so that the other
-    /// side reads what happened at once as one; at the latest when this ends.
+    /// Sends the event at the end of the present turn of the event loop, together with that turn's others, so that the
+    /// other side reads what happened at once as one; at the latest when this ends.
     void send(const WindowEvent& event);
 
 private:

@@ -18,7 +18,7 @@ public:
     FileUserDefaults(std::string folder, DiagnosticLog& log);
     FileUserDefaults(std::string folder, DiagnosticLog& log, WriteFunction write);
 
-    /// None also for a key that is no plain file name, and for a file of more than 16 MiB.
+    /// Also none for a key that is no plain file name, and for a file of more than 16 MiB.
     [[nodiscard]] std::optional<std::string> data(std::string_view key) const override;
 
     bool setData(std::string_view key, std::string_view bytes) override;

@@ -46,7 +46,7 @@ private:
 
     Id add(Timer timer);
 
-    /// A handful; in order of making.
+    /// A handful, in the order in which they were made.
     std::vector<Timer> timers_;
     std::uint64_t lastId_ = 0;
 };

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] bool isTerminal() const;
     [[nodiscard]] TerminalSize size() const;
 
-    /// At once and in one system call, unless the system takes less.
+    /// Writes at once and in one system call, unless the system takes less.
     void write(std::string_view bytes);
 
 private:

@@ -20,7 +20,7 @@ struct TrayHostState {
     bool hasHost = false;
     /// The process name of the watcher; none when it cannot be told.
     std::optional<std::string> watcherProcess;
-    /// Those of the processes that announced that they draw.
+    /// The names of the processes that announced that they draw.
     std::vector<std::optional<std::string>> hostProcesses;
 
     friend bool operator==(const TrayHostState&, const TrayHostState&) = default;

@@ -8,7 +8,7 @@
 
 namespace thermopix {
 
-/// The pictures of late in the form in which they cross the bus, so that a blinking pet costs no drawing.
+/// Keeps the latest pictures in the form that the bus carries, so that a blinking pet costs no drawing.
 class TrayPictureCache {
 public:
     static constexpr std::size_t capacity = 4;

@@ -33,7 +33,7 @@ public:
     /// Lets the next window come to the front.
     void activate();
 
-    /// On the screen, as far as the window process has said.
+    /// The windows on the screen, as far as the window process has said.
     [[nodiscard]] bool hasVisibleWindows() const { return !visible_.empty(); }
     void orderAllFront();
 

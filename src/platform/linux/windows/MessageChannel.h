@@ -27,7 +27,7 @@ public:
     };
     struct Handlers {
         std::function<void(std::string_view line)> received;
-        /// Told once; nothing is read after it. Both handlers may end the channel.
+        /// The other side has gone: told once, and nothing is read after it. Both handlers may end the channel.
         std::function<void(End)> ended;
     };
 
@@ -58,7 +58,7 @@ private:
     Handlers handlers_;
     LineReader lines_{WindowProtocol::maximumEventBytes};
     bool hasEnded_ = false;
-    /// Under way, and how much of it is gone.
+    /// The bytes under way, and how many of them are sent.
     std::string outgoing_;
     std::size_t written_ = 0;
     std::vector<Waiting> waiting_;

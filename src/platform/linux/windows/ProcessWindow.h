@@ -32,10 +32,10 @@ private:
     WindowDescription description_;
     bool isVisible_ = false;
     bool isMiniaturized_ = false;
-    /// Until the process says that the window is shown; what it says of the window before was on its way already.
+    /// True until the process says that the window is shown; what it said before was on its way already.
     bool isShowing_ = false;
     bool mayShowAgain_ = false;
-    /// Told together with the end of the closing, for what an observer does next is to find the window gone.
+    /// Observers are told at the end of the closing, so that they find the window gone.
     bool isClosing_ = false;
     Subscription events_;
     Subscription end_;

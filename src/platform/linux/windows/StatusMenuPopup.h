@@ -29,7 +29,7 @@ private:
     WindowClient& client_;
     MenuSource* menu_ = nullptr;
     std::optional<ScreenPoint> position_;
-    /// From the request until the popup has gone.
+    /// True from the request until the popup has gone.
     bool isOpen_ = false;
     bool isAnswered_ = false;
     bool mayOpenAgain_ = false;

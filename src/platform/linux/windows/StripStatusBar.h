@@ -19,7 +19,7 @@ namespace thermopix {
 class StripStatusBar final : public StatusBar {
 public:
     static constexpr std::string_view positionKey = "strip.position";
-    /// Before an ended strip comes back; doubled each time that it does not live for a minute.
+    /// How long an ended strip stays away; doubled each time that it did not live for a minute.
     static constexpr std::chrono::seconds firstPause{1};
     static constexpr std::chrono::seconds longestPause{300};
 
@@ -34,7 +34,7 @@ private:
     std::shared_ptr<UserDefaults> defaults_;
 };
 
-/// As the settings hold it: both coordinates in decimal with a space between them; none for anything else.
+/// The position as the settings hold it: both coordinates in decimal with a space between them; none for anything else.
 [[nodiscard]] std::optional<ScreenPoint> stripPosition(std::string_view text);
 [[nodiscard]] std::string stripPositionText(ScreenPoint position);
 

@@ -34,7 +34,7 @@ public:
     static constexpr int inheritedDescriptor = 3;
 
     struct Options {
-        /// Whose window process it is; decides where the executable is looked for, at each start.
+        /// The running program; the executable of the windows is looked for beside it at each start.
         std::filesystem::path program;
         /// The whole environment of the process. Without a display in it, there is no start.
         EnvironmentVariables variables;
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] Subscription onEvent(std::function<void(const WindowEvent&)> handler) {
         return events_.add(std::move(handler));
     }
-    /// Nothing of it is on the screen any more.
+    /// The process has nothing on the screen any more.
     [[nodiscard]] Subscription onEnd(std::function<void(const WindowProcessEnd&)> handler) {
         return ended_.add(std::move(handler));
     }
@@ -78,7 +78,7 @@ private:
     MainLoop& mainLoop_;
     DiagnosticLog& log_;
     std::unique_ptr<Running> running_;
-    /// For the next process, while the last one is ending.
+    /// Requests for the next process, kept while the last one is ending.
     std::vector<WindowRequest> waiting_;
     Subscription startFailed_;
     Observers<> started_;

@@ -11,7 +11,7 @@ namespace thermopix {
 /// What a control says of itself when the user has operated it.
 struct ControlState {
     bool isOn = false;
-    /// Of a picker; none when no item is chosen.
+    /// The chosen value of a picker; none when no item is chosen.
     std::optional<std::size_t> selectedItem;
 };
 

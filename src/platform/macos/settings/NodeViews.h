@@ -12,7 +12,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 /// A plain button: what it shows are the views in it.
 @interface ThermopixRowButton : NSButton
-/// Of the outline that shows the keyboard's focus.
+/// The corner radius of the outline that shows the keyboard's focus.
 @property(nonatomic) CGFloat cornerRadius;
 @end
 

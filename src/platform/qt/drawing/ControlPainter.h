@@ -10,7 +10,7 @@
 /// What push buttons, pickers and switches have in common.
 namespace thermopix::ControlPainter {
 
-/// Of a control whose label is this high.
+/// The height of a control whose label is this high.
 [[nodiscard]] double controlHeight(double labelHeight);
 
 /// A raised ground with an outline of this opacity.

@@ -10,7 +10,7 @@ namespace thermopix {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// As a control's label, in which an ampersand would otherwise mark a key.
+/// The text as a control's label, in which an ampersand would otherwise mark a key.
 [[nodiscard]] inline QString withoutMnemonics(QString text) {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }

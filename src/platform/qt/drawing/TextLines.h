@@ -20,7 +20,7 @@ enum class Wrapping { oneLine, asNeeded };
 [[nodiscard]] Size size(std::string_view text, const TextStyle& style, Wrapping wrapping = Wrapping::oneLine,
                         double width = 0);
 
-/// From the rectangle's top. A line that is not to wrap ends in an ellipsis where the rectangle does.
+/// Draws from the rectangle's top. A line that does not wrap ends in an ellipsis where the rectangle does.
 void draw(QPainter& painter, const QRectF& rectangle, std::string_view text, const TextStyle& style, Wrapping wrapping,
           const QColor& color, Qt::Alignment alignment = Qt::AlignLeft);
 

@@ -3,7 +3,7 @@
 /// Makes `AccessibleElement`s known to assistive technology.
 namespace thermopix::AccessibleViews {
 
-/// Once, before the first window.
+/// To be called once, before the first window.
 void install();
 
 }  // namespace thermopix::AccessibleViews

@@ -42,7 +42,7 @@ inline constexpr auto measure = [](const ViewNode& leaf, double width) { return 
 [[nodiscard]] Make makeLabelledPicker;
 [[nodiscard]] Size labelledPickerSize(const ViewNode& node);
 
-/// Of the largest title among a picker's items.
+/// The size of the largest title among a picker's items.
 [[nodiscard]] Size largestTitle(const ViewNode& picker);
 
 }  // namespace thermopix::Controls

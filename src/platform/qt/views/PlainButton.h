@@ -17,7 +17,7 @@ public:
     /// Whether one of several such buttons is always the selected one.
     enum class Purpose { action, choice };
 
-    /// The buttons before and after it, null at the ends; they are told anew before either is gone.
+    /// Says which buttons stand before and after it, null at the ends; it is said anew before either is gone.
     void setNeighbors(PlainButton* previous, PlainButton* next, Purpose purpose);
 
     [[nodiscard]] bool isSelected() const { return node_.accessibility.isSelected; }

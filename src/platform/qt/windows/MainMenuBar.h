@@ -31,7 +31,7 @@ private:
     Chosen chosen_;
     Menu shown_;
     std::vector<MenuView*> views_;
-    /// Had the focus before a menu took it.
+    /// The widget that had the focus before a menu took it.
     QPointer<QWidget> focused_;
     /// The entries of open windows, made each time that their menu opens.
     std::vector<QAction*> windowEntries_;

@@ -11,7 +11,7 @@ class PopupMenu final : public MenuView {
 public:
     explicit PopupMenu(Chosen chosen, QWidget* parent = nullptr);
 
-    /// Kept on the screen whatever the position.
+    /// The menu stays on the screen whatever the position.
     void open(QPoint position);
 
 protected:

@@ -23,7 +23,7 @@ public:
     void setReadout(const StatusImage& image);
     void setMenu(const Menu& menu) { menu_.showMenu(menu); }
 
-    /// At the right end of the edge when there is no position.
+    /// Stands at the right end of the edge when there is no position.
     void present(std::optional<QPoint> position);
 
     [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::ButtonMenu; }
@@ -52,7 +52,7 @@ private:
     /// How far right of the strip's left end the pointer holds it, while its button is down.
     std::optional<int> grip_;
     bool wasDragged_ = false;
-    /// Used with the pointer, which needs no focus ring.
+    /// The pointer opened it, which needs no focus ring.
     bool isPointed_ = false;
 };
 

@@ -21,7 +21,7 @@ public:
     ShellWindow(const QString& title, const QString& identifier, std::unique_ptr<QWidget> content, MenuBar menuBar);
 
     std::function<void()> onWillClose;
-    /// Shown, restored, miniaturised or closed, and nothing of it twice.
+    /// Called when the window is shown, restored, miniaturised or closed; nothing is told twice.
     std::function<void(bool isVisible, bool isMiniaturized)> onVisibilityChange;
     std::function<void(MenuAction)> onMainMenu;
 
@@ -41,7 +41,7 @@ private:
     QWidget* content_;
     MainMenuBar* menuBar_;
     bool wasShown_ = false;
-    /// Visible and miniaturised, as last told.
+    /// What was told last: visible, miniaturised.
     std::pair<bool, bool> told_;
 };
 

@@ -18,7 +18,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    /// It has been restored and goes back when the present turn of the event loop is over.
+    /// True from its restoring until the turn of the event loop in which it goes back.
     bool isRestored_ = false;
 };
 
