@@ -10,7 +10,7 @@ import time
 
 from picture import Picture
 
-PATIENCE = 60  # seconds; how long a loaded machine may take for anything
+PATIENCE = 180  # seconds; how long a loaded machine may take for anything
 
 
 def until(condition, what):
