@@ -109,35 +109,5 @@ TEST(PollAllocation, AStageThatFindsNothingLeavesTheNextOneItsMemory) {
     EXPECT_EQ(monitor.lastSamples().size(), 2);
 }
 
-TEST(MatchingAllocation, NamesInAsciiAreMatchedWithoutAllocating) {
-    const auto& fixture = FakeTemperatureSensor::appleSiliconFixture();
-    std::int64_t found = 0;
-    EXPECT_EQ(allocationsOf([&] {
-                  for (const auto source : allCases<SensorSource>()) {
-                      for (const auto& sample : fixture) {
-                          found += matches(source, sample.name) ? 1 : 0;
-                      }
-                  }
-              }),
-              0);
-    EXPECT_EQ(found, 5 + 2 + 2 + 1 + 1 + 10);
-}
-
-TEST(MatchingAllocation, AListOfOnesOwnCostsNothingEither) {
-    constexpr std::array<std::string_view, 3> patterns{"no such sensor anywhere in here", "GPU", "cpu"};
-    bool found = false;
-    EXPECT_EQ(allocationsOf([&] {
-                  found = matches("the temperature of the CPU package", patterns) && !matches("", NamePatterns());
-              }),
-              0);
-    EXPECT_TRUE(found);
-}
-
-TEST(MatchingAllocation, OtherNamesAreMatchedToo) {
-    bool found = false;
-    EXPECT_GT(allocationsOf([&] { found = matches(SensorSource::cpu, "the temperature of the W\u00C4RME CPU"); }), 0);
-    EXPECT_TRUE(found);
-}
-
 }  // namespace
 }  // namespace thermopix

@@ -38,11 +38,11 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    bool wasShown_ = false;
+    /// What was told last: visible, miniaturised. Events come already while the menu bar is made.
+    std::pair<bool, bool> told_;
     QWidget* content_;
     MainMenuBar* menuBar_;
-    bool wasShown_ = false;
-    /// What was told last: visible, miniaturised.
-    std::pair<bool, bool> told_;
 };
 
 }  // namespace thermopix
