@@ -29,7 +29,6 @@ struct dispatch_source_type_s;
 extern const struct dispatch_source_type_s _dispatch_source_type_timer;
 
 dispatch_queue_t dispatch_get_main_queue(void);
-void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta);
 __attribute__((ns_returns_retained)) dispatch_source_t dispatch_source_create(dispatch_source_type_t type,
                                                                               uintptr_t handle, uintptr_t mask,
