@@ -32,18 +32,20 @@ Subscription callMethod(GDBusConnection* connection, const BusMethod& method, GV
 }
 
 Subscription readProperty(GDBusConnection* connection, const char* busName, const char* objectPath,
-                          const char* interfaceName, const char* property,
-                          std::function<void(GVariant* value)> handler) {
-    return callMethod(connection, {busName, objectPath, "org.freedesktop.DBus.Properties", "Get"},
-                      g_variant_new("(ss)", interfaceName, property), "(v)",
-                      [handler = std::move(handler)](GVariant* reply) {
-                          GVariant* value = nullptr;
-                          if (reply != nullptr) {
-                              g_variant_get(reply, "(v)", &value);
-                          }
-                          const GVariantHandle owned(value);
-                          handler(owned.get());
-                      });
+                          const char* interfaceName, const char* property, std::function<void(GVariant* value)> handler,
+                          std::chrono::milliseconds patience) {
+    return callMethod(
+        connection, {busName, objectPath, "org.freedesktop.DBus.Properties", "Get"},
+        g_variant_new("(ss)", interfaceName, property), "(v)",
+        [handler = std::move(handler)](GVariant* reply) {
+            GVariant* value = nullptr;
+            if (reply != nullptr) {
+                g_variant_get(reply, "(v)", &value);
+            }
+            const GVariantHandle owned(value);
+            handler(owned.get());
+        },
+        patience);
 }
 
 }  // namespace thermopix

@@ -24,7 +24,7 @@ Subscription callMethod(GDBusConnection* connection, const BusMethod& method, GV
 
 /// The value of a property, asked for like any method; null when there is none.
 Subscription readProperty(GDBusConnection* connection, const char* busName, const char* objectPath,
-                          const char* interfaceName, const char* property,
-                          std::function<void(GVariant* value)> handler);
+                          const char* interfaceName, const char* property, std::function<void(GVariant* value)> handler,
+                          std::chrono::milliseconds patience = std::chrono::seconds(3));
 
 }  // namespace thermopix

@@ -1,6 +1,7 @@
 #include "platform/linux/tray/TrayHostWatch.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "platform/linux/bus/BusCall.h"
@@ -9,6 +10,9 @@
 
 namespace thermopix {
 namespace {
+
+/// A panel that is starting on a busy machine answers late; until it has, nobody knows whether there is a tray.
+constexpr std::chrono::seconds watcherPatience(25);
 
 constexpr BusMethod busMethod(const char* name) {
     return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", name};
@@ -72,14 +76,14 @@ void TrayHostWatch::inquire() {
         }
         answered();
     }));
-    inquiries_.push_back(readProperty(connection_, watcher_.c_str(), watcherPath, watcherName,
-                                      "IsStatusNotifierHostRegistered", [this](GVariant* value) {
-                                          found_.hasHost =
-                                              value != nullptr &&
-                                              g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != FALSE &&
-                                              g_variant_get_boolean(value) != FALSE;
-                                          answered();
-                                      }));
+    inquiries_.push_back(readProperty(
+        connection_, watcher_.c_str(), watcherPath, watcherName, "IsStatusNotifierHostRegistered",
+        [this](GVariant* value) {
+            found_.hasHost = value != nullptr && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != FALSE &&
+                             g_variant_get_boolean(value) != FALSE;
+            answered();
+        },
+        watcherPatience));
 }
 
 void TrayHostWatch::answered() {
