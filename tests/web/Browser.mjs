@@ -4,7 +4,8 @@ import { mkdtemp, rm } from "node:fs/promises";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 
-const patience = 60_000;
+/** A guard against hanging, not a measure of speed. */
+const patience = 300_000;
 const messageEnd = "\0";
 
 const switches = [

@@ -1,4 +1,5 @@
-// What the tests of this folder start from: one browser a file, a page with tools and a clock that stands still.
+// What the tests of this folder start from: one browser for all files of a run, a page with tools and a clock that
+// stands still.
 import { readFile } from "node:fs/promises";
 import { after, before } from "node:test";
 
@@ -9,17 +10,17 @@ const injected = Promise.all(
     ["ManualClock.js", "PageTools.js"].map((file) => readFile(new URL(file, import.meta.url), "utf8")),
 );
 
-/**
- * Started before the file's tests and stopped after them. `extra` holds pages beside the site's own, by path; a browser
- * per scale is started when its first page is opened.
- */
+/** By scale, each started when its first page is opened. */
+const browsers = new Map();
+after(() => Promise.all([...browsers.values()].map((browser) => browser.stop())));
+
+/** Started before the tests and stopped after them. `extra` holds pages beside the site's own, by path. */
 export function startBrowserAndSite(extra = {}) {
-    const started = { browsers: new Map() };
+    const started = {};
     before(async () => {
         started.site = await Site.start(extra);
     });
     after(async () => {
-        await Promise.all([...started.browsers.values()].map((browser) => browser.stop()));
         await started.site?.stop();
     });
     return {
@@ -28,12 +29,10 @@ export function startBrowserAndSite(extra = {}) {
         },
         /** A fresh page at an address of the site, or at a full one. */
         async open(address, { scale = 1, ...settings } = {}) {
-            if (!started.browsers.has(scale)) {
-                started.browsers.set(scale, await Browser.start({ scale }));
+            if (!browsers.has(scale)) {
+                browsers.set(scale, await Browser.start({ scale }));
             }
-            const page = await started.browsers
-                .get(scale)
-                .newPage({ before: (await injected).join("\n"), ...settings });
+            const page = await browsers.get(scale).newPage({ before: (await injected).join("\n"), ...settings });
             await page.open(new URL(address, started.site.address).href);
             return page;
         },
