@@ -29,7 +29,7 @@ WindowProcess::WindowProcess(Tell tell, std::function<void()> finished)
 }
 
 void WindowProcess::perform(const WindowRequest& request) {
-    std::visit([this](const auto& known) { handle(known); }, request);
+    std::visit([this](const auto& known) { this->handle(known); }, request);
     somethingChanged();
 }
 

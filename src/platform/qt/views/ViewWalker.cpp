@@ -15,7 +15,7 @@ QRect geometry(const PlacedNode& placed) {
     Frame frame = placed.frame;
     // Controls that draw their node's padding themselves stand on the whole frame, all others inside it.
     const ViewNode& node = *placed.node;
-    const Controls::Make* make = Controls::makerOf(node);
+    Controls::Make* make = Controls::makerOf(node);
     if (make != Controls::makePaintedView && make != Controls::makePlainButton) {
         frame = {frame.x + node.padding.leading, frame.y + node.padding.top,
                  frame.width - node.padding.leading - node.padding.trailing,
