@@ -46,9 +46,17 @@ public:
     /// The path of the file, made with the folders that it lies in.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view bytes) const {
         std::filesystem::path file = root_ / name;
-        std::filesystem::create_directories(file.parent_path());
+        makeFolder(name.parent_path());
         std::ofstream(file, std::ios::binary) << bytes;
         return file;
+    }
+
+    void makeFolder(const std::filesystem::path& name) const { std::filesystem::create_directories(root_ / name); }
+
+    /// A link to a target that counts from the link's folder, which is made.
+    void link(const std::filesystem::path& name, const std::filesystem::path& target) const {
+        makeFolder(name.parent_path());
+        std::filesystem::create_symlink(target, root_ / name);
     }
 
     /// A program for the shell.

@@ -49,23 +49,21 @@ TEST_F(FileUserDefaultsDatabasesTest, NamesThatWouldLeaveTheFolderCannotBeOpened
 }
 
 TEST_F(FileUserDefaultsDatabasesTest, LinkThatLeadsOutsideCannotBeOpened) {
-    std::filesystem::create_directories(temporary.path("thermopix/suites/inside"));
-    std::filesystem::create_directories(temporary.path("thermopix/suites-beside"));
-    std::filesystem::create_directories(temporary.path("outside"));
-    const auto link = [&](const std::string& target, const std::string& name) {
-        std::filesystem::create_symlink(target, temporary.path("thermopix/suites/" + name));
-    };
-    link(temporary.path("outside"), "absolute");
-    link("../../outside", "relative");
-    link("relative", "chain");
-    link("../suites-beside", "beside");
-    link("nowhere", "dangling");
-    link("loop", "loop");
-    link(".", "itself");
-    link("inside", "alias");
-    for (const std::string_view name : {"absolute", "relative", "chain", "beside", "dangling", "loop", "itself"}) {
+    for (const std::string_view folder : {"thermopix/suites/inside", "thermopix/suites-beside", "outside"}) {
+        temporary.makeFolder(folder);
+    }
+    for (const auto& [name, target] :
+         std::vector<std::pair<std::string, std::string>>{{"absolute", temporary.path("outside")},
+                                                          {"relative", "../../outside"},
+                                                          {"chain", "relative"},
+                                                          {"beside", "../suites-beside"},
+                                                          {"dangling", "nowhere"},
+                                                          {"loop", "loop"},
+                                                          {"itself", "."}}) {
+        temporary.link("thermopix/suites/" + name, target);
         EXPECT_EQ(databases.suite(name), nullptr) << name;
     }
+    temporary.link("thermopix/suites/alias", "inside");
     ASSERT_NE(databases.suite("alias"), nullptr);
     EXPECT_TRUE(databases.suite("alias")->setData("key", "x"));
     EXPECT_EQ(databases.suite("inside")->data("key"), "x");

@@ -41,11 +41,33 @@ int statusOfChild(Work work) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+/// The same for an ordinary user, as the superuser may write anywhere.
+template <typename Work>
+int statusOfUser(Work work) {
+    return statusOfChild([&] {
+        constexpr uid_t nobody = 65534;
+        return geteuid() == 0 && setresuid(nobody, nobody, nobody) != 0 ? 1 : work();
+    });
+}
+
 class FileUserDefaultsTest : public testing::Test {
 protected:
     FileUserDefaults made(WriteFunction write = ::write) { return {temporary.path("settings"), log, std::move(write)}; }
 
+    /// Refuses to write while `cause` is an error.
+    FileUserDefaults madeOnADiskWith(const int& cause) {
+        return made([&cause](int descriptor, const void* bytes, std::size_t count) {
+            errno = cause;
+            return cause == 0 ? write(descriptor, bytes, count) : -1;
+        });
+    }
+
+    [[nodiscard]] std::string trouble(const std::string& verb, const std::string& cause) const {
+        return "settings: cannot " + verb + " " + document.string() + ": " + cause;
+    }
+
     TemporaryFolder temporary;
+    std::filesystem::path document = temporary.path("settings/preferences.v1");
     RecordingLog log;
 };
 
@@ -62,15 +84,13 @@ WriteFunction diskWithRoom(std::size_t room) {
     };
 }
 
-TEST_F(FileUserDefaultsTest, KeepsEachKeyInAFileOfItsName) {
+TEST_F(FileUserDefaultsTest, KeepsEachKeyInAFileOfItsNameBesideOthers) {
+    temporary.write("settings/desktop.conf", "[item]");
     EXPECT_TRUE(made().setData(key, "{}"));
-    EXPECT_EQ(temporary.entries("settings"), Names{"preferences.v1"});
+    EXPECT_EQ(temporary.entries("settings"), (Names{"desktop.conf", "preferences.v1"}));
     EXPECT_EQ(temporary.read("settings/preferences.v1"), "{}");
-}
-
-TEST_F(FileUserDefaultsTest, ReadsWhatAnEarlierProcessStored) {
-    EXPECT_TRUE(made().setData(key, "earlier"));
-    EXPECT_EQ(made().data(key), "earlier");
+    EXPECT_EQ(temporary.read("settings/desktop.conf"), "[item]");
+    EXPECT_EQ(made().data(key), "{}") << "what an earlier process stored";
 }
 
 TEST_F(FileUserDefaultsTest, ReadingMakesNothing) {
@@ -88,18 +108,13 @@ TEST_F(FileUserDefaultsTest, FoldersAndFilesArePrivate) {
     EXPECT_EQ(permissions(temporary.path("new/home/thermopix/preferences.v1")), 0600U);
 }
 
-TEST_F(FileUserDefaultsTest, FolderThatIsThereKeepsItsPermissions) {
-    std::filesystem::create_directory(temporary.path("settings"));
-    ASSERT_EQ(chmod(temporary.path("settings").c_str(), 0750), 0);
-    EXPECT_TRUE(made().setData(key, "{}"));
-    EXPECT_EQ(permissions(temporary.path("settings")), 0750U);
-}
-
-TEST_F(FileUserDefaultsTest, FileThatOthersCouldReadBecomesPrivateWithTheNextChange) {
+TEST_F(FileUserDefaultsTest, FolderThatIsThereKeepsItsPermissionsAndItsFilesBecomePrivateWithTheNextChange) {
     temporary.write("settings/preferences.v1", "old");
-    ASSERT_EQ(chmod(temporary.path("settings/preferences.v1").c_str(), 0644), 0);
+    ASSERT_EQ(chmod(document.c_str(), 0644), 0);
+    ASSERT_EQ(chmod(temporary.path("settings").c_str(), 0750), 0);
     EXPECT_TRUE(made().setData(key, "new"));
-    EXPECT_EQ(permissions(temporary.path("settings/preferences.v1")), 0600U);
+    EXPECT_EQ(permissions(temporary.path("settings")), 0750U);
+    EXPECT_EQ(permissions(document), 0600U);
 }
 
 TEST_F(FileUserDefaultsTest, WritingTheSameBytesTouchesNothing) {
@@ -109,16 +124,9 @@ TEST_F(FileUserDefaultsTest, WritingTheSameBytesTouchesNothing) {
     EXPECT_FALSE(defaults.setData(key, "other"));
 }
 
-TEST_F(FileUserDefaultsTest, OtherFilesOfTheFolderStay) {
-    temporary.write("settings/desktop.conf", "[item]");
-    EXPECT_TRUE(made().setData(key, "{}"));
-    EXPECT_EQ(temporary.entries("settings"), (Names{"desktop.conf", "preferences.v1"}));
-    EXPECT_EQ(temporary.read("settings/desktop.conf"), "[item]");
-}
-
 TEST_F(FileUserDefaultsTest, KeysThatAreNoPlainFileNamesHoldNothing) {
     temporary.write("outside", "secret");
-    std::filesystem::create_directory(temporary.path("settings"));
+    temporary.makeFolder("settings");
     auto defaults = made();
     for (const std::string& bad :
          {std::string(), std::string("."), std::string(".."), std::string("../outside"), std::string("/etc/hostname"),
@@ -152,40 +160,24 @@ TEST_F(FileUserDefaultsTest, FullDiskLeavesTheOldDocumentWholeAndIsToldOnce) {
         EXPECT_FALSE(defaults.setData(key, "newer document"));
         EXPECT_EQ(defaults.data(key), "old document");
         EXPECT_EQ(temporary.entries("settings"), Names{"preferences.v1"});
-        EXPECT_EQ(log.lines, Names{"settings: cannot save " + temporary.path("settings/preferences.v1").string() +
-                                   ": No space left on device"});
+        EXPECT_EQ(log.lines, Names{trouble("save", "No space left on device")});
     }
 }
 
-TEST_F(FileUserDefaultsTest, TroubleThatReturnsAfterASuccessIsToldAgain) {
-    bool isFull = true;
-    auto defaults = made([&isFull](int descriptor, const void* bytes, std::size_t count) -> ssize_t {
-        if (isFull) {
-            errno = ENOSPC;
-            return -1;
-        }
-        return write(descriptor, bytes, count);
-    });
-    EXPECT_FALSE(defaults.setData(key, "first"));
-    isFull = false;
-    EXPECT_TRUE(defaults.setData(key, "second"));
-    isFull = true;
-    EXPECT_FALSE(defaults.setData(key, "third"));
-    EXPECT_EQ(log.lines.size(), 2U);
-    EXPECT_EQ(defaults.data(key), "second");
-}
-
-TEST_F(FileUserDefaultsTest, EachCauseIsToldOnItsOwn) {
+TEST_F(FileUserDefaultsTest, EachCauseIsToldOnceAndAgainAfterASuccess) {
     int cause = ENOSPC;
-    auto defaults = made([&cause](int, const void*, std::size_t) -> ssize_t {
-        errno = cause;
-        return -1;
-    });
-    EXPECT_FALSE(defaults.setData(key, "x"));
+    auto defaults = madeOnADiskWith(cause);
+    EXPECT_FALSE(defaults.setData(key, "first"));
     cause = EDQUOT;
-    EXPECT_FALSE(defaults.setData(key, "x"));
-    EXPECT_FALSE(defaults.setData(key, "x"));
+    EXPECT_FALSE(defaults.setData(key, "first"));
+    EXPECT_FALSE(defaults.setData(key, "first"));
     EXPECT_EQ(log.lines.size(), 2U);
+    cause = 0;
+    EXPECT_TRUE(defaults.setData(key, "second"));
+    cause = EDQUOT;
+    EXPECT_FALSE(defaults.setData(key, "third"));
+    EXPECT_EQ(log.lines.size(), 3U);
+    EXPECT_EQ(defaults.data(key), "second");
 }
 
 TEST_F(FileUserDefaultsTest, InterruptedAndShortWritesAreCompleted) {
@@ -258,43 +250,30 @@ TEST_F(FileUserDefaultsTest, FolderUnderARegularFileFailsAndIsToldOnce) {
     FileUserDefaults below(temporary.path("settings/deeper"), log);
     EXPECT_FALSE(below.setData(key, "x"));
     EXPECT_EQ(temporary.read("settings"), "a file in the way");
-    const std::string file = temporary.path("settings/preferences.v1");
-    ASSERT_FALSE(log.lines.empty());
-    EXPECT_EQ(std::count(log.lines.begin(), log.lines.end(), "settings: cannot save " + file + ": Not a directory"), 1);
+    EXPECT_EQ(std::count(log.lines.begin(), log.lines.end(), trouble("save", "Not a directory")), 1);
 }
 
 TEST_F(FileUserDefaultsTest, ReadOnlyFolderLeavesTheOldDocumentWhole) {
     EXPECT_TRUE(made().setData(key, "old document"));
-    const std::string folder = temporary.path("settings");
-    ASSERT_EQ(chmod(folder.c_str(), 0555), 0);
+    ASSERT_EQ(chmod(temporary.path("settings").c_str(), 0555), 0);
     ASSERT_EQ(chmod(temporary.path().c_str(), 0755), 0);
-    ASSERT_EQ(chmod(temporary.path("settings/preferences.v1").c_str(), 0644), 0);
-    // The superuser may write anywhere, so the attempt is an ordinary user's.
-    constexpr uid_t nobody = 65534;
-    const int status = statusOfChild([&] {
-        if (geteuid() == 0 && setresuid(nobody, nobody, nobody) != 0) {
-            return 1;
-        }
+    ASSERT_EQ(chmod(document.c_str(), 0644), 0);
+    const int status = statusOfUser([&] {
         auto defaults = made();
         const bool failed = !defaults.setData(key, "new document");
-        const bool told = log.lines == Names{"settings: cannot save " + folder + "/preferences.v1: Permission denied"};
+        const bool told = log.lines == Names{trouble("save", "Permission denied")};
         return failed && told && defaults.data(key) == "old document" ? 0 : 2;
     });
     EXPECT_EQ(status, 0);
     EXPECT_EQ(temporary.read("settings/preferences.v1"), "old document");
-    ASSERT_EQ(chmod(folder.c_str(), 0755), 0);
+    ASSERT_EQ(chmod(temporary.path("settings").c_str(), 0755), 0);
 }
 
 TEST_F(FileUserDefaultsTest, FolderThatCannotBeMadeNamesItsCause) {
     ASSERT_EQ(chmod(temporary.path().c_str(), 0555), 0);
-    constexpr uid_t nobody = 65534;
-    const int status = statusOfChild([&] {
-        if (geteuid() == 0 && setresuid(nobody, nobody, nobody) != 0) {
-            return 1;
-        }
+    const int status = statusOfUser([&] {
         const bool failed = !made().setData(key, "x");
-        const std::string file = temporary.path("settings/preferences.v1");
-        return failed && log.lines == Names{"settings: cannot save " + file + ": Permission denied"} ? 0 : 2;
+        return failed && log.lines == Names{trouble("save", "Permission denied")} ? 0 : 2;
     });
     EXPECT_EQ(status, 0);
     ASSERT_EQ(chmod(temporary.path().c_str(), 0755), 0);
@@ -302,40 +281,35 @@ TEST_F(FileUserDefaultsTest, FolderThatCannotBeMadeNamesItsCause) {
 
 TEST_F(FileUserDefaultsTest, SymbolicLinkIsWrittenThrough) {
     temporary.write("dotfiles/thermopix.json", "old");
-    std::filesystem::create_directory(temporary.path("settings"));
-    struct Case {
-        std::string_view name;
-        std::string target;
-    };
-    for (const auto& [name, target] : {Case{"absolute", temporary.path("dotfiles/thermopix.json")},
-                                       Case{"relative", "../dotfiles/thermopix.json"}, Case{"chain", "relative"}}) {
-        std::filesystem::create_symlink(target, temporary.path("settings/" + std::string(name)));
+    for (const auto& [name, target] :
+         std::vector<std::pair<std::string, std::string>>{{"absolute", temporary.path("dotfiles/thermopix.json")},
+                                                          {"relative", "../dotfiles/thermopix.json"},
+                                                          {"chain", "relative"}}) {
+        temporary.link("settings/" + name, target);
         auto defaults = made();
         EXPECT_TRUE(defaults.setData(name, name));
         EXPECT_EQ(defaults.data(name), name);
         EXPECT_EQ(temporary.read("dotfiles/thermopix.json"), name);
-        EXPECT_TRUE(std::filesystem::is_symlink(temporary.path("settings/" + std::string(name)))) << name;
+        EXPECT_TRUE(std::filesystem::is_symlink(temporary.path("settings/" + name))) << name;
     }
     EXPECT_EQ(temporary.entries("dotfiles"), Names{"thermopix.json"});
 }
 
 TEST_F(FileUserDefaultsTest, DanglingLinkGetsItsFile) {
-    std::filesystem::create_directory(temporary.path("dotfiles"));
-    std::filesystem::create_directory(temporary.path("settings"));
-    std::filesystem::create_symlink("../dotfiles/new.json", temporary.path("settings/preferences.v1"));
+    temporary.makeFolder("dotfiles");
+    temporary.link("settings/preferences.v1", "../dotfiles/new.json");
     auto defaults = made();
     EXPECT_EQ(defaults.data(key), std::nullopt);
     EXPECT_EQ(log.lines, Names{});
     EXPECT_TRUE(defaults.setData(key, "{}"));
-    EXPECT_TRUE(std::filesystem::is_symlink(temporary.path("settings/preferences.v1")));
+    EXPECT_TRUE(std::filesystem::is_symlink(document));
     EXPECT_EQ(temporary.read("dotfiles/new.json"), "{}");
 }
 
 TEST_F(FileUserDefaultsTest, LinkThatLeadsNowhereFails) {
-    std::filesystem::create_directory(temporary.path("settings"));
-    std::filesystem::create_symlink("loop", temporary.path("settings/loop"));
-    std::filesystem::create_symlink("../no/folder/file", temporary.path("settings/missing"));
-    std::filesystem::create_symlink("..", temporary.path("settings/folder"));
+    temporary.link("settings/loop", "loop");
+    temporary.link("settings/missing", "../no/folder/file");
+    temporary.link("settings/folder", "..");
     auto defaults = made();
     for (const std::string_view link : {"loop", "missing", "folder"}) {
         EXPECT_EQ(defaults.data(link), std::nullopt) << link;
@@ -345,16 +319,16 @@ TEST_F(FileUserDefaultsTest, LinkThatLeadsNowhereFails) {
 }
 
 TEST_F(FileUserDefaultsTest, FolderMayBeALink) {
-    std::filesystem::create_directory(temporary.path("elsewhere"));
-    std::filesystem::create_directory_symlink("elsewhere", temporary.path("settings"));
+    temporary.makeFolder("elsewhere");
+    temporary.link("settings", "elsewhere");
     EXPECT_TRUE(made().setData(key, "{}"));
     EXPECT_EQ(temporary.read("elsewhere/preferences.v1"), "{}");
 }
 
 TEST_F(FileUserDefaultsTest, WhatIsNoRegularFileIsNeitherReadNorReplaced) {
-    std::filesystem::create_directories(temporary.path("settings/directory"));
+    temporary.makeFolder("settings/directory");
     ASSERT_EQ(mkfifo(temporary.path("settings/pipe").c_str(), 0600), 0);
-    std::filesystem::create_symlink("/dev/zero", temporary.path("settings/device"));
+    temporary.link("settings/device", "/dev/zero");
     auto defaults = made();
     for (const std::string_view name : {"directory", "pipe", "device"}) {
         EXPECT_EQ(defaults.data(name), std::nullopt) << name;
@@ -367,12 +341,11 @@ TEST_F(FileUserDefaultsTest, WhatIsNoRegularFileIsNeitherReadNorReplaced) {
 
 TEST_F(FileUserDefaultsTest, FileThatGrewBeyondMeasureIsNotRead) {
     temporary.write("settings/preferences.v1", "");
-    std::filesystem::resize_file(temporary.path("settings/preferences.v1"), (16U << 20U) + 1);
+    std::filesystem::resize_file(document, (16U << 20U) + 1);
     auto defaults = made();
     EXPECT_EQ(defaults.data(key), std::nullopt);
     EXPECT_EQ(defaults.data(key), std::nullopt);
-    EXPECT_EQ(log.lines, Names{"settings: cannot read " + temporary.path("settings/preferences.v1").string() +
-                               ": File too large"});
+    EXPECT_EQ(log.lines, Names{trouble("read", "File too large")});
     EXPECT_FALSE(defaults.setData("big", std::string((16U << 20U) + 1, 'x')));
 }
 
