@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "fakes/TemporaryFolder.h"
 #include "platform/linux/notifications/FakeNotificationService.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 #include "platform/linux/updates/FakePackageKit.h"
 #include "program/Program.h"
+#include "program/ProgramHome.h"
 
 namespace thermopix {
 namespace {
@@ -25,16 +25,7 @@ using Fault = FakePackageKit::Fault;
 
 class UpdateSessionTest : public testing::Test {
 protected:
-    UpdateSessionTest() {
-        heat(57);
-        setClock();
-    }
-
-    void heat(int celsius) const {
-        home.write("sys/class/hwmon/hwmon0/name", "coretemp\n");
-        home.write("sys/class/hwmon/hwmon0/temp1_label", "Package id 0\n");
-        home.write("sys/class/hwmon/hwmon0/temp1_input", std::to_string(celsius) + "000\n");
-    }
+    UpdateSessionTest() { setClock(); }
 
     void start(const std::string& package = "thermopix") {
         const auto registrations = host.registrations.size();
@@ -60,7 +51,7 @@ protected:
     /// Time that passes at once, while the program runs and while it does not; what fell due has then been served.
     void pass(std::chrono::seconds time) {
         const auto before = program ? host.text("Title") : "";
-        heat(isHot ? 57 : 31);
+        home.heat(isHot ? 57 : 31);
         isHot = !isHot;
         ahead += time;
         setClock();
@@ -83,15 +74,7 @@ protected:
         return std::count(daemon->calls.begin(), daemon->calls.end(), "Resolve(4, ['thermopix'])");
     }
 
-    void click(const std::string& label) {
-        for (const auto& entry : host.menu().children) {
-            if (entry.property("label") == "'" + label + "'") {
-                host.click(entry.id);
-                return;
-            }
-        }
-        ADD_FAILURE() << "no menu entry " << label;
-    }
+    void click(const std::string& label) { host.click(host.entry(label).id); }
 
     /// Everything on its way between the program and the services has arrived.
     void letItFinish() {
@@ -113,7 +96,7 @@ protected:
         return all;
     }
 
-    TemporaryFolder home;
+    ProgramHome home;
     TestTrayHost host;
     std::unique_ptr<FakeNotificationService> notifications =
         std::make_unique<FakeNotificationService>(Texts{"actions", "body"});

@@ -15,7 +15,7 @@ constexpr auto unknown = "unknown";
 
 TEST(LinuxSystemInformation, ACapturedMachineNeverAnswersForThisOne) {
     const TemporaryTree tree;
-    const LinuxSystemInformation nothing(tree.root);
+    const LinuxSystemInformation nothing(tree.path());
     EXPECT_EQ(nothing.model(), unknown);
     EXPECT_EQ(nothing.processor(), unknown);
     EXPECT_FALSE(nothing.isVirtualMachine());
@@ -37,7 +37,7 @@ TEST(LinuxSystemInformation, FirmwarePlaceholdersAreNoName) {
         tree.write("class/dmi/id/sys_vendor", vendor);
         tree.write("class/dmi/id/product_name", product);
         tree.write("class/dmi/id/product_version", version);
-        return LinuxSystemInformation(tree.root).model();
+        return LinuxSystemInformation(tree.path()).model();
     };
     EXPECT_EQ(modelOf("LENOVO\n", "LENOVO 20Y7\n", "ThinkPad\n"), "LENOVO 20Y7 ThinkPad");
     EXPECT_EQ(modelOf("HP\n", "HP EliteBook 840 G8\n", " \n"), "HP EliteBook 840 G8");
@@ -52,13 +52,13 @@ TEST(LinuxSystemInformation, FirmwarePlaceholdersAreNoName) {
 TEST(LinuxSystemInformation, ADeviceTreeNamesAMachineWithoutFirmwareTables) {
     const TemporaryTree tree;
     tree.write("firmware/devicetree/base/model", std::string_view("Some Board\0", 11));
-    EXPECT_EQ(LinuxSystemInformation(tree.root).model(), "Some Board");
+    EXPECT_EQ(LinuxSystemInformation(tree.path()).model(), "Some Board");
 }
 
 std::string processorIn(std::string_view text) {
     const TemporaryTree tree;
     tree.write("capture/cpuinfo", text);
-    return LinuxSystemInformation(tree.root).processor();
+    return LinuxSystemInformation(tree.path()).processor();
 }
 
 TEST(LinuxSystemInformation, ProcessorsOfOtherKindsHaveSensibleNames) {
@@ -79,7 +79,7 @@ TEST(LinuxSystemInformation, AHypervisorShowsInFlagsFirmwareOrItsOwnFile) {
         const TemporaryTree tree;
         tree.write("capture/cpuinfo", "flags\t: fpu vme\n");
         tree.write(path, text);
-        return LinuxSystemInformation(tree.root).isVirtualMachine();
+        return LinuxSystemInformation(tree.path()).isVirtualMachine();
     };
     EXPECT_TRUE(isVirtual("capture/cpuinfo", "flags\t: fpu hypervisor\n"));
     EXPECT_FALSE(isVirtual("capture/cpuinfo", "flags\t: nohypervisor hypervisors\n"));
@@ -95,9 +95,9 @@ TEST(LinuxSystemInformation, ARentedMachineIsVirtualUnlessItIsMetal) {
     const TemporaryTree tree;
     tree.write("class/dmi/id/sys_vendor", "Amazon EC2\n");
     tree.write("class/dmi/id/product_name", "m6g.large\n");
-    EXPECT_TRUE(LinuxSystemInformation(tree.root).isVirtualMachine());
+    EXPECT_TRUE(LinuxSystemInformation(tree.path()).isVirtualMachine());
     tree.write("class/dmi/id/product_name", "m6g.metal\n");
-    EXPECT_FALSE(LinuxSystemInformation(tree.root).isVirtualMachine());
+    EXPECT_FALSE(LinuxSystemInformation(tree.path()).isVirtualMachine());
 }
 
 TEST(LinuxSystemInformation, TheReleasesNameIsReadLikeAShellWould) {
@@ -105,7 +105,7 @@ TEST(LinuxSystemInformation, TheReleasesNameIsReadLikeAShellWould) {
         const TemporaryTree tree;
         tree.write("capture/os-release", release);
         tree.write("capture/osrelease", "6.1.0\n");
-        return LinuxSystemInformation(tree.root).operatingSystemVersion();
+        return LinuxSystemInformation(tree.path()).operatingSystemVersion();
     };
     EXPECT_EQ(versionFor("NAME=x\nPRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\n"),
               "Debian GNU/Linux 12 (bookworm), Linux 6.1.0");

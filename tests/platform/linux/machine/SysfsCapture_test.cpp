@@ -58,10 +58,10 @@ std::string everyByteBelow(const fs::path& folder) {
 TEST(SysfsCapture, StandsInForEveryModelledMachine) {
     for (const auto& name : modelledMachines) {
         const TemporaryTree captured;
-        const auto result = SysfsCapture(machine(name)).captureTo(captured.root / "copy");
+        const auto result = SysfsCapture(machine(name)).captureTo(captured.path() / "copy");
         EXPECT_EQ(result.error, std::nullopt) << name;
         EXPECT_GT(result.fileCount, 0) << name;
-        const auto replayed = told(captured.root / "copy");
+        const auto replayed = told(captured.path() / "copy");
         const auto original = told(machine(name));
         ASSERT_EQ(replayed.size(), original.size()) << name;
         for (std::size_t i = 0; i < original.size(); ++i) {
@@ -81,12 +81,12 @@ TEST(SysfsCapture, LeavesOutWhatTellsOneMachineFromAnother) {
     tree.write("capture/os-release", "PRETTY_NAME=\"System 1\"\nHOME_URL=\"https://secret-host.example\"\n");
     tree.write("capture/cpuinfo", "model name\t: Processor\nSerial\t\t: SECRET-SERIAL\n");
     const TemporaryTree captured;
-    ASSERT_EQ(SysfsCapture(tree.root).captureTo(captured.root / "copy").error, std::nullopt);
-    const auto bytes = everyByteBelow(captured.root / "copy");
+    ASSERT_EQ(SysfsCapture(tree.path()).captureTo(captured.path() / "copy").error, std::nullopt);
+    const auto bytes = everyByteBelow(captured.path() / "copy");
     for (const auto* secret : {"SECRET", "secret-host", "a0:b1:c2:d3:e4:f5"}) {
         EXPECT_EQ(bytes.find(secret), std::string::npos) << secret;
     }
-    EXPECT_EQ(told(captured.root / "copy"), told(tree.root));
+    EXPECT_EQ(told(captured.path() / "copy"), told(tree.path()));
 }
 
 TEST(SysfsCapture, DoesNotWakeASleepingDevice) {
@@ -95,9 +95,9 @@ TEST(SysfsCapture, DoesNotWakeASleepingDevice) {
     tree.write("devices/pci0000:00/0000:01:00.0/power/control", "auto\n");
     tree.write("devices/pci0000:00/0000:01:00.0/power/runtime_status", "suspended\n");
     const TemporaryTree captured;
-    ASSERT_EQ(SysfsCapture(tree.root).captureTo(captured.root / "copy").error, std::nullopt);
-    EXPECT_EQ(everyByteBelow(captured.root / "copy").find("55000"), std::string::npos);
-    EXPECT_EQ(told(captured.root / "copy"), told(tree.root));
+    ASSERT_EQ(SysfsCapture(tree.path()).captureTo(captured.path() / "copy").error, std::nullopt);
+    EXPECT_EQ(everyByteBelow(captured.path() / "copy").find("55000"), std::string::npos);
+    EXPECT_EQ(told(captured.path() / "copy"), told(tree.path()));
 }
 
 TEST(SysfsCapture, DoesNotFollowLinksOutOfTheTree) {
@@ -105,19 +105,19 @@ TEST(SysfsCapture, DoesNotFollowLinksOutOfTheTree) {
     outside.write("hwmon9/name", "coretemp\n");
     outside.write("hwmon9/temp1_input", "50000\n");
     const TemporaryTree tree;
-    fs::create_directories(tree.root / "class/hwmon");
-    fs::create_symlink(outside.root / "hwmon9", tree.root / "class/hwmon/hwmon0");
+    fs::create_directories(tree.path() / "class/hwmon");
+    fs::create_symlink(outside.path() / "hwmon9", tree.path() / "class/hwmon/hwmon0");
     const TemporaryTree captured;
-    EXPECT_EQ(SysfsCapture(tree.root).captureTo(captured.root / "copy").fileCount, 0);
+    EXPECT_EQ(SysfsCapture(tree.path()).captureTo(captured.path() / "copy").fileCount, 0);
 }
 
 TEST(SysfsCapture, RefusesAFolderThatHoldsSomething) {
     const TemporaryTree captured;
     captured.write("mine.txt", "keep");
-    const auto result = SysfsCapture(machine("intel-laptop")).captureTo(captured.root);
+    const auto result = SysfsCapture(machine("intel-laptop")).captureTo(captured.path());
     EXPECT_TRUE(result.error.has_value());
     EXPECT_EQ(result.fileCount, 0);
-    EXPECT_EQ(std::distance(fs::directory_iterator(captured.root), fs::directory_iterator()), 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(captured.path()), fs::directory_iterator()), 1);
 }
 
 TEST(SysfsCapture, SaysWhyItCannotWrite) {

@@ -53,13 +53,9 @@ TEST(ModelledMachines, EverySourceShowsTheSensorsThatItMeans) {
     EXPECT_EQ(shownBy("arm-board"), expected(52, 50, 52, 52, 52, 52));
     EXPECT_EQ(shownBy("two-socket-server"), expected(51, 51, 51, 51, 34, 51));
     EXPECT_EQ(shownBy("hybrid-laptop"), expected(62, 62, 62, 62, 62, 62));
-}
-
-TEST(ModelledMachines, ABoardChipThatReadsNonsenseIsNeverShown) {
-    EXPECT_EQ(shownBy("amd-desktop"), expected(62, 58, 62, 62, 53, 62));  // CPUTIN says 118
-}
-
-TEST(ModelledMachines, SoundChannelsOfABrokenMachineAreShown) {
+    // The processor's sensor on the board says 118, which is never shown.
+    EXPECT_EQ(shownBy("amd-desktop"), expected(62, 58, 62, 62, 53, 62));
+    // Its sound channels.
     EXPECT_EQ(shownBy("broken-machine"), expected(53, 53, 53, 53, 53, 53));
 }
 
@@ -87,7 +83,7 @@ TEST(ModelledMachines, ATickReadsTheFilesOfItsSourceAndNoOther) {
 TEST(ModelledMachines, ADriveThatIsPulledAndPushedBackIsFoundAgain) {
     const TemporaryTree tree;
     tree.addMonitor(0, "devices/usb/drive", "drivetemp", {{"", "35000\n"}});
-    ModelledMachine modelled(tree.root);
+    ModelledMachine modelled(tree.path());
     EXPECT_EQ(modelled.sensor.availability(), HIDTemperatureSensor::Availability(HIDTemperatureSensor::Ready{1}));
     tree.remove("class/hwmon/hwmon0");
     modelled.sensor.refresh();

@@ -33,7 +33,7 @@ protected:
     void setStatus(const std::string& address, std::string_view status) const {
         tree.write("devices/pci0000:00/" + address + "/power/runtime_status", status);
     }
-    [[nodiscard]] SysfsSensors sensors() const { return SysfsSensors(tree.root, THERMOPIX_NVML_STAND_IN); }
+    [[nodiscard]] SysfsSensors sensors() const { return SysfsSensors(tree.path(), THERMOPIX_NVML_STAND_IN); }
     [[nodiscard]] bool isRunning() const { return library->initialisations > library->shutdowns; }
 
     TemporaryTree tree;
@@ -46,46 +46,25 @@ private:
 constexpr auto card = "GPU MTR Temp nvidia";
 constexpr auto nothing = std::nullopt;
 
-TEST_F(NvmlLibraryTest, ACardIsPublishedAndReadByItsAddress) {
-    const auto found = sensors();
-    EXPECT_EQ(found.names(), (Names{"CPU Core 0", "CPU Core 1", card}));
-    EXPECT_EQ(found.read(card), 55.0);
-    EXPECT_STREQ(library->lastAddress, "0000:01:00.0");
-    library->celsius = 61;
-    EXPECT_EQ(found.read(card), 61.0);
-    EXPECT_EQ(library->lookups, 1);
-    EXPECT_EQ(library->initialisations, 1);
+TEST_F(NvmlLibraryTest, ACardIsPublishedAndReadByItsAddressAndReleasedWithItsService) {
+    {
+        const auto found = sensors();
+        EXPECT_EQ(found.names(), (Names{"CPU Core 0", "CPU Core 1", card}));
+        EXPECT_EQ(found.read("CPU Core 0"), 41.0);
+        EXPECT_EQ(found.read("CPU Core 0"), 41.0);
+        EXPECT_EQ(library->initialisations, 0) << "before a card is wanted";
+        EXPECT_EQ(found.read(card), 55.0);
+        EXPECT_STREQ(library->lastAddress, "0000:01:00.0");
+        library->celsius = 61;
+        EXPECT_EQ(found.read(card), 61.0);
+        EXPECT_EQ(library->lookups, 1);
+        EXPECT_EQ(library->initialisations, 1);
+        EXPECT_EQ(library->shutdowns, 0);
+    }
+    EXPECT_EQ(library->shutdowns, 1);
 }
 
-TEST_F(NvmlLibraryTest, TheLibraryIsNotInitialisedBeforeACardIsWanted) {
-    const auto found = sensors();
-    EXPECT_EQ(found.read("CPU Core 0"), 41.0);
-    EXPECT_EQ(found.read("CPU Core 0"), 41.0);
-    EXPECT_EQ(library->initialisations, 0);
-    EXPECT_EQ(library->shutdowns, 0);
-}
-
-TEST_F(NvmlLibraryTest, ASleepingCardIsNeitherInitialisedNorRead) {
-    setStatus("0000:01:00.0", "suspended\n");
-    const auto found = sensors();
-    EXPECT_EQ(found.read(card), nothing);
-    EXPECT_EQ(library->initialisations, 0);
-    EXPECT_EQ(library->readings, 0);
-}
-
-TEST_F(NvmlLibraryTest, ACardThatFallsAsleepReleasesTheLibrary) {
-    const auto found = sensors();
-    EXPECT_EQ(found.read(card), 55.0);
-    setStatus("0000:01:00.0", "suspended\n");
-    EXPECT_EQ(found.read(card), nothing);
-    EXPECT_FALSE(isRunning());
-    setStatus("0000:01:00.0", "active\n");
-    EXPECT_EQ(found.read(card), 55.0);
-    EXPECT_EQ(library->initialisations, 2);
-    EXPECT_EQ(library->lookups, 2);
-}
-
-TEST_F(NvmlLibraryTest, PollsThatAlsoWantACardKeepTheLibrary) {
+TEST_F(NvmlLibraryTest, PollsThatWantACardKeepTheLibraryAndAWholePollThatWantsNoneReleasesIt) {
     const auto found = sensors();
     for (int poll = 0; poll < 5; ++poll) {
         for (const auto& reading : found.readAll()) {
@@ -93,12 +72,6 @@ TEST_F(NvmlLibraryTest, PollsThatAlsoWantACardKeepTheLibrary) {
         }
     }
     EXPECT_EQ(library->initialisations, 1);
-    EXPECT_TRUE(isRunning());
-}
-
-TEST_F(NvmlLibraryTest, AWholePollThatWantsNoCardReleasesTheLibrary) {
-    const auto found = sensors();
-    EXPECT_EQ(found.read(card), 55.0);
     const auto pollProcessor = [&] {
         EXPECT_EQ(found.read("CPU Core 0"), 41.0);
         EXPECT_EQ(found.read("CPU Core 1"), 42.0);
@@ -134,7 +107,7 @@ TEST_F(NvmlLibraryTest, ACardThatAnswersNothingFailsAloneAndIsLookedUpAgain) {
     EXPECT_EQ(library->initialisations, 1);
 }
 
-TEST_F(NvmlLibraryTest, ASleepingCardDoesNotReleaseWhatAnotherStillUses) {
+TEST_F(NvmlLibraryTest, TheLastCardThatFallsAsleepReleasesTheLibraryUntilOneWakes) {
     addCard("0000:02:00.0", "0x030200", "active\n");
     const auto found = sensors();
     const std::string second = "GPU MTR Temp nvidia 2";
@@ -149,15 +122,11 @@ TEST_F(NvmlLibraryTest, ASleepingCardDoesNotReleaseWhatAnotherStillUses) {
     setStatus("0000:02:00.0", "suspended\n");
     EXPECT_EQ(found.read(second), nothing);
     EXPECT_FALSE(isRunning());
-}
-
-TEST_F(NvmlLibraryTest, DroppingTheServicesReleasesTheLibrary) {
-    {
-        const auto found = sensors();
-        EXPECT_EQ(found.read(card), 55.0);
-    }
-    EXPECT_FALSE(isRunning());
-    EXPECT_EQ(library->shutdowns, 1);
+    EXPECT_EQ(library->lookups, 2);
+    setStatus("0000:01:00.0", "active\n");
+    EXPECT_EQ(found.read(card), 55.0);
+    EXPECT_EQ(library->initialisations, 2);
+    EXPECT_EQ(library->lookups, 3);
 }
 
 TEST_F(NvmlLibraryTest, OnlyGraphicsCardsOfTheLibrarysOwnDriverCount) {
@@ -171,8 +140,8 @@ TEST_F(NvmlLibraryTest, OnlyGraphicsCardsOfTheLibrarysOwnDriverCount) {
 }
 
 TEST_F(NvmlLibraryTest, WithoutTheLibraryOrOneOfItsFunctionsNoCardIsPublished) {
-    EXPECT_EQ(SysfsSensors(tree.root, "no-such-library.so").names(), (Names{"CPU Core 0", "CPU Core 1"}));
-    EXPECT_EQ(SysfsSensors(tree.root, THERMOPIX_NVML_INCOMPLETE).names(), (Names{"CPU Core 0", "CPU Core 1"}));
+    EXPECT_EQ(SysfsSensors(tree.path(), "no-such-library.so").names(), (Names{"CPU Core 0", "CPU Core 1"}));
+    EXPECT_EQ(SysfsSensors(tree.path(), THERMOPIX_NVML_INCOMPLETE).names(), (Names{"CPU Core 0", "CPU Core 1"}));
 }
 
 TEST_F(NvmlLibraryTest, TheSleepingCardOfAHybridLaptopIsLeftAlone) {
@@ -180,6 +149,7 @@ TEST_F(NvmlLibraryTest, TheSleepingCardOfAHybridLaptopIsLeftAlone) {
     EXPECT_EQ(found.names().back(), card);
     EXPECT_EQ(found.read(card), nothing);
     EXPECT_EQ(library->initialisations, 0);
+    EXPECT_EQ(library->readings, 0);
 }
 
 }  // namespace

@@ -29,19 +29,13 @@ std::vector<SensorSource> sourcesOf(const std::string& name) {
     return sources;
 }
 
-TEST(SensorNames, AnAmdDesktop) {
+TEST(SensorNames, AreThoseOfTheModelledMachines) {
     EXPECT_EQ(namesOf("amd-desktop"),
               (Names{"CPU Tctl", "CPU Tccd1", "CPU Tccd2", "GPU MTR Temp edge", "GPU MTR Temp junction",
                      "GPU MTR Temp mem", "SSD nvme Composite", "SSD nvme 2 Composite", "SSD nvme 2 Sensor 1",
                      "SSD drivetemp", "HDD TH0P drivetemp", "nct6798 SYSTIN", "nct6798 C-PUTIN", "nct6798 AUXTIN0",
                      "nct6798 PECI Agent 0", "nct6798 PCH_CHIP_C-PU_MAX_TEMP"}));
-}
-
-TEST(SensorNames, AnArmBoardWithThermalZonesOnly) {
     EXPECT_EQ(namesOf("arm-board"), (Names{"CPU cpu_thermal", "GPU MTR Temp gpu_thermal", "ddr_thermal"}));
-}
-
-TEST(SensorNames, TwoSocketsManyDisksAndMemory) {
     EXPECT_EQ(namesOf("two-socket-server"),
               (Names{"CPU Package id 0", "CPU Core 0", "CPU Core 1", "CPU 2 Package id 1", "CPU 2 Core 0",
                      "CPU 2 Core 1", "HDD TH0P drivetemp", "HDD TH0P drivetemp 2", "HDD TH0P drivetemp 3",
@@ -57,23 +51,17 @@ TEST(SensorNames, DisksFollowTheirPortsByNumberAndNotBySpelling) {
 }
 
 TEST(SensorNames, EveryPublishedNameMatchesItsOwnSourceAndNoOther) {
+    using Sources = std::vector<SensorSource>;
+    const std::map<std::string, SensorSource> ownSources{
+        {"CPU", SensorSource::cpu},         {"GPU", SensorSource::gpu},     {"SOC", SensorSource::soc},
+        {"Battery", SensorSource::battery}, {"SSD", SensorSource::storage}, {"HDD", SensorSource::storage}};
     for (const auto& modelled : modelledMachines) {
         for (const auto& name : namesOf(modelled)) {
             const auto sources = sourcesOf(name);
-            if (name.starts_with("CPU ")) {
-                EXPECT_EQ(sources, std::vector{SensorSource::cpu}) << name;
-            } else if (name.starts_with("GPU ")) {
-                EXPECT_EQ(sources, std::vector{SensorSource::gpu}) << name;
-            } else if (name.starts_with("SOC ")) {
-                EXPECT_EQ(sources, std::vector{SensorSource::soc}) << name;
-            } else if (name.starts_with("Battery ")) {
-                EXPECT_EQ(sources, std::vector{SensorSource::battery}) << name;
-            } else if (name.starts_with("SSD ") || name.starts_with("HDD ")) {
-                EXPECT_EQ(sources, std::vector{SensorSource::storage}) << name;
-            } else {
-                EXPECT_EQ(sources, std::vector<SensorSource>()) << name;
-            }
-            const bool isSilicon = name.starts_with("CPU ") || name.starts_with("GPU ") || name.starts_with("SOC ");
+            const auto family = name.substr(0, name.find(' '));
+            const auto own = ownSources.find(family);
+            EXPECT_EQ(sources, own == ownSources.end() ? Sources() : Sources{own->second}) << name;
+            const bool isSilicon = family == "CPU" || family == "GPU" || family == "SOC";
             EXPECT_EQ(matches(SensorSource::hottest, name), isSilicon) << name;
         }
     }
@@ -119,7 +107,7 @@ TEST(SensorNames, NamesAndOrderDoNotDependOnTheNumbersOfMonitors) {
         tree.addMonitor(numbers[2], "devices/platform/coretemp.10", "coretemp", {{"Core 0", "43000"}});
         tree.addMonitor(numbers[3], "devices/pci0000:00/0000:01:00.0", "nvme", {{"Composite", "44000"}});
         tree.addMonitor(numbers[4], "devices/platform/board.0", "it8728", {{"", "45000"}, {"", "46000"}});
-        const SysfsSensors sensors(tree.root);
+        const SysfsSensors sensors(tree.path());
         std::vector<std::pair<std::string, std::optional<double>>> all;
         const auto names = sensors.names();
         const auto readings = sensors.readAll();
@@ -139,16 +127,16 @@ TEST(SensorNames, NamesAndOrderDoNotDependOnTheNumbersOfMonitors) {
 TEST(SensorNames, ABoardChipSpeaksForTheProcessorOnlyWhereNothingElseDoes) {
     const TemporaryTree tree;
     tree.addMonitor(0, "devices/platform/nct6775.656", "nct6775", {{"SYSTIN", "30000"}, {"CPUTIN", "40000"}});
-    EXPECT_EQ(SysfsSensors(tree.root).names(), (Names{"CPU nct6775 CPUTIN", "nct6775 SYSTIN"}));
+    EXPECT_EQ(SysfsSensors(tree.path()).names(), (Names{"CPU nct6775 CPUTIN", "nct6775 SYSTIN"}));
     tree.addMonitor(1, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "50000"}});
-    EXPECT_EQ(SysfsSensors(tree.root).names(), (Names{"CPU Core 0", "nct6775 SYSTIN", "nct6775 C-PUTIN"}));
+    EXPECT_EQ(SysfsSensors(tree.path()).names(), (Names{"CPU Core 0", "nct6775 SYSTIN", "nct6775 C-PUTIN"}));
 }
 
 TEST(SensorNames, ALabelOfOneFamilyDoesNotLureAnother) {
     const TemporaryTree tree;
     tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"SSD battery", "50000"}, {"Tdie", "51000"}});
     tree.addMonitor(1, "devices/pci/gpu", "amdgpu", {{"CPU NAND", "50000"}});
-    EXPECT_EQ(SysfsSensors(tree.root).names(), (Names{"CPU S-SD b-attery", "CPU Tdie", "GPU MTR Temp C-PU N-AND"}));
+    EXPECT_EQ(SysfsSensors(tree.path()).names(), (Names{"CPU S-SD b-attery", "CPU Tdie", "GPU MTR Temp C-PU N-AND"}));
 }
 
 TEST(SensorNames, BatteriesAreKnownByTheirNameOrByTheirDevice) {
@@ -160,30 +148,25 @@ TEST(SensorNames, BatteriesAreKnownByTheirNameOrByTheirDevice) {
     tree.write("devices/hid/mouse/type", "Battery\n");
     tree.write("devices/hid/mouse/scope", "Device\n");
     tree.addMonitor(3, "devices/acpi/bath", "BATH", {{"", "33000"}});
-    EXPECT_EQ(SysfsSensors(tree.root).names(),
+    EXPECT_EQ(SysfsSensors(tree.path()).names(),
               (Names{"Battery BAT1", "Battery macsmc_battery", "BATH", "hidpp_b-attery_0"}));
 }
 
 TEST(SensorNames, ChipsAreSortedIntoFamilies) {
-    for (const auto chip : {"coretemp", "k8temp", "k10temp", "zenpower", "via_cputemp", "cpu_thermal", "cpu0_thermal",
-                            "x86_pkg_temp", "TCPU", "bigcore0_thermal"}) {
-        EXPECT_EQ(familyOfChip(chip), SensorFamily::processor) << chip;
-    }
-    for (const auto chip : {"amdgpu", "radeon", "nouveau", "i915", "xe", "gpu_thermal", "gpuss0_thermal"}) {
-        EXPECT_EQ(familyOfChip(chip), SensorFamily::graphics) << chip;
-    }
-    for (const auto chip : {"acpitz", "pch_cannonlake", "pch_skylake", "soc_thermal", "soc_dts0"}) {
-        EXPECT_EQ(familyOfChip(chip), SensorFamily::chipset) << chip;
-    }
-    for (const auto chip : {"nvme", "drivetemp", "ufs"}) {
-        EXPECT_EQ(familyOfChip(chip), SensorFamily::solidStateDrive) << chip;
-    }
-    for (const auto chip : {"BAT0", "BAT12"}) {
-        EXPECT_EQ(familyOfChip(chip), SensorFamily::battery) << chip;
-    }
-    for (const auto chip : {"", "BAT", "nct6775", "it87", "iwlwifi_1", "fam15h_power", "thinkpad", "dell_smm",
-                            "scpi_sensors", "jc42", "xenon", "coretemp2", "INT3400 Thermal"}) {
-        EXPECT_EQ(familyOfChip(chip), SensorFamily::other) << chip;
+    for (const auto& [family, chips] : std::vector<std::pair<SensorFamily, Names>>{
+             {SensorFamily::processor,
+              {"coretemp", "k8temp", "k10temp", "zenpower", "via_cputemp", "cpu_thermal", "cpu0_thermal",
+               "x86_pkg_temp", "TCPU", "bigcore0_thermal"}},
+             {SensorFamily::graphics, {"amdgpu", "radeon", "nouveau", "i915", "xe", "gpu_thermal", "gpuss0_thermal"}},
+             {SensorFamily::chipset, {"acpitz", "pch_cannonlake", "pch_skylake", "soc_thermal", "soc_dts0"}},
+             {SensorFamily::solidStateDrive, {"nvme", "drivetemp", "ufs"}},
+             {SensorFamily::battery, {"BAT0", "BAT12"}},
+             {SensorFamily::other,
+              {"", "BAT", "nct6775", "it87", "iwlwifi_1", "fam15h_power", "thinkpad", "dell_smm", "scpi_sensors",
+               "jc42", "xenon", "coretemp2", "INT3400 Thermal"}}}) {
+        for (const auto& chip : chips) {
+            EXPECT_EQ(familyOfChip(chip), family) << chip;
+        }
     }
 }
 

@@ -42,19 +42,13 @@ const std::vector<Number> numbers = {
     {std::string_view("5\0", 2), std::nullopt},
 };
 
-TEST(SysfsFile, ANumberIsAnOptionalMinusDigitsAndAtMostOneLineFeed) {
-    for (const auto& [text, value] : numbers) {
-        EXPECT_EQ(parseSysfsInteger(text), value) << '"' << text << '"';
-    }
-}
-
-TEST(SysfsFile, TheSameTextsAreReadFromAFileInOneRead) {
+TEST(SysfsFile, ANumberIsAnOptionalMinusDigitsAndAtMostOneLineFeedReadAtOnce) {
     const TemporaryTree tree;
     for (const auto& [text, value] : numbers) {
+        EXPECT_EQ(parseSysfsInteger(text), value) << '"' << text << '"';
         tree.write("value", text);
         CountingFileAccess access;
-        const SysfsFile file(access, tree.root / "value");
-        EXPECT_EQ(file.readInteger(), value) << '"' << text << '"';
+        EXPECT_EQ(SysfsFile(access, tree.path() / "value").readInteger(), value) << '"' << text << '"';
         EXPECT_EQ(access.reads, 1);
     }
 }
@@ -62,13 +56,13 @@ TEST(SysfsFile, TheSameTextsAreReadFromAFileInOneRead) {
 TEST(SysfsFile, ANumberLongerThanTheBufferIsNotCutIntoAnotherNumber) {
     const TemporaryTree tree;
     tree.write("value", std::string(200, '0') + "45000\n");
-    EXPECT_EQ(SysfsFile(systemFileAccess(), tree.root / "value").readInteger(), std::nullopt);
+    EXPECT_EQ(SysfsFile(systemFileAccess(), tree.path() / "value").readInteger(), std::nullopt);
 }
 
 TEST(SysfsFile, AnOpenFileShowsWhatIsWrittenLater) {
     const TemporaryTree tree;
     tree.write("value", "1\n");
-    const SysfsFile file(systemFileAccess(), tree.root / "value");
+    const SysfsFile file(systemFileAccess(), tree.path() / "value");
     EXPECT_EQ(file.readInteger(), 1);
     tree.write("value", "22222\n");
     EXPECT_EQ(file.readInteger(), 22222);
@@ -76,10 +70,10 @@ TEST(SysfsFile, AnOpenFileShowsWhatIsWrittenLater) {
 
 TEST(SysfsFile, AMissingFileAndAFolderHaveNoContent) {
     const TemporaryTree tree;
-    const SysfsFile missing(systemFileAccess(), tree.root / "missing");
+    const SysfsFile missing(systemFileAccess(), tree.path() / "missing");
     EXPECT_FALSE(missing.isOpen());
     EXPECT_EQ(missing.readInteger(), std::nullopt);
-    EXPECT_EQ(SysfsFile(systemFileAccess(), tree.root).readInteger(), std::nullopt);
+    EXPECT_EQ(SysfsFile(systemFileAccess(), tree.path()).readInteger(), std::nullopt);
     EXPECT_FALSE(SysfsFile().isOpen());
 }
 
@@ -87,8 +81,8 @@ TEST(SysfsFile, MovingAFileMovesItsDescriptor) {
     const TemporaryTree tree;
     tree.write("one", "1");
     tree.write("two", "2");
-    SysfsFile file(systemFileAccess(), tree.root / "one");
-    file = SysfsFile(systemFileAccess(), tree.root / "two");
+    SysfsFile file(systemFileAccess(), tree.path() / "one");
+    file = SysfsFile(systemFileAccess(), tree.path() / "two");
     const SysfsFile moved(std::move(file));
     EXPECT_EQ(moved.readInteger(), 2);
     EXPECT_FALSE(file.isOpen());  // NOLINT(bugprone-use-after-move): that is what is tested
@@ -101,11 +95,11 @@ TEST(SysfsTree, NumberedEntriesComeInTheOrderOfTheirNumbers) {
         tree.write(name, "");
     }
     std::vector<int> found;
-    for (const auto& entry : numberedEntries(tree.root, "temp", "_input")) {
+    for (const auto& entry : numberedEntries(tree.path(), "temp", "_input")) {
         found.push_back(entry.number);
     }
     EXPECT_EQ(found, (std::vector{2, 10}));
-    EXPECT_TRUE(numberedEntries(tree.root / "nowhere", "temp").empty());
+    EXPECT_TRUE(numberedEntries(tree.path() / "nowhere", "temp").empty());
 }
 
 TEST(SysfsTree, ALineIsTheFirstOneWithoutTheBlanksAroundIt) {
@@ -113,10 +107,10 @@ TEST(SysfsTree, ALineIsTheFirstOneWithoutTheBlanksAroundIt) {
     tree.write("line", " \tPackage id 0 \r\nmore\n");
     tree.write("blank", "  \n");
     tree.write("long", std::string(5000, 'x'));
-    EXPECT_EQ(readLine(tree.root / "line"), "Package id 0");
-    EXPECT_EQ(readLine(tree.root / "blank"), std::nullopt);
-    EXPECT_EQ(readLine(tree.root / "missing"), std::nullopt);
-    EXPECT_EQ(readLine(tree.root / "long").value().size(), 256U);
+    EXPECT_EQ(readLine(tree.path() / "line"), "Package id 0");
+    EXPECT_EQ(readLine(tree.path() / "blank"), std::nullopt);
+    EXPECT_EQ(readLine(tree.path() / "missing"), std::nullopt);
+    EXPECT_EQ(readLine(tree.path() / "long").value().size(), 256U);
 }
 
 TEST(SysfsTree, TheRootIsTheEnvironmentsElseTheSystems) {

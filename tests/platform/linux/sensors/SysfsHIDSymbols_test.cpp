@@ -72,25 +72,26 @@ TEST(SysfsHIDSymbols, AReadingIsOnePositionedReadOfAFileThatStaysOpen) {
     EXPECT_EQ(access.opened, opened);
 }
 
-TEST(SysfsHIDSymbols, OnlyTheWantedSensorIsRead) {
-    CountingFileAccess access;
-    const SysfsSensors sensors(machine("intel-laptop"), "no-such-library.so", access);
-    EXPECT_EQ(access.reads, 0);
-    EXPECT_EQ(sensors.read("CPU Core 1"), 57.0);
-    EXPECT_EQ(access.readFiles, Names{"temp3_input"});
-}
-
-TEST(SysfsHIDSymbols, ADeviceThatCanSleepCostsOneMoreReadAndAFaultFileOneMore) {
-    CountingFileAccess access;
-    const SysfsSensors sensors(machine("amd-desktop"), "no-such-library.so", access);
-    EXPECT_EQ(sensors.read("GPU MTR Temp edge"), 47.0);
-    EXPECT_EQ(access.readFiles, (Names{"runtime_status", "temp1_input"}));
-    access.readFiles.clear();
-    EXPECT_EQ(sensors.read("nct6798 C-PUTIN"), 118.0);
-    EXPECT_EQ(access.readFiles, (Names{"temp2_fault", "temp2_input"}));
-    access.readFiles.clear();
-    EXPECT_EQ(sensors.read("SSD drivetemp"), 33.0);  // its power management is switched off
-    EXPECT_EQ(access.readFiles, Names{"temp1_input"});
+TEST(SysfsHIDSymbols, OnlyTheWantedSensorIsReadWithItsPowerStateAndItsFaultFile) {
+    struct Case {
+        std::string_view machine;
+        std::string_view sensor;
+        std::optional<double> reading;
+        Names files;
+    };
+    for (const auto& [name, sensor, reading, files] :
+         {Case{"intel-laptop", "CPU Core 1", 57.0, {"temp3_input"}},
+          Case{"amd-desktop", "GPU MTR Temp edge", 47.0, {"runtime_status", "temp1_input"}},
+          Case{"amd-desktop", "nct6798 C-PUTIN", 118.0, {"temp2_fault", "temp2_input"}},
+          // Its power management is switched off.
+          Case{"amd-desktop", "SSD drivetemp", 33.0, {"temp1_input"}},
+          // It sleeps.
+          Case{"hybrid-laptop", "GPU MTR Temp nouveau", nothing, {"runtime_status"}}}) {
+        CountingFileAccess access;
+        EXPECT_EQ(SysfsSensors(machine(name), "no-such-library.so", access).read(sensor), reading) << sensor;
+        EXPECT_EQ(access.readFiles, files) << sensor;
+    }
+    EXPECT_EQ(SysfsSensors(machine("hybrid-laptop")).read("CPU Package id 0"), 62.0);
 }
 
 TEST(SysfsHIDSymbols, AReadingAllocatesNothing) {
@@ -107,41 +108,24 @@ TEST(SysfsHIDSymbols, AReadingAllocatesNothing) {
     EXPECT_GT(before, 0);
 }
 
-TEST(SysfsHIDSymbols, ASleepingDeviceIsNotTouched) {
-    CountingFileAccess access;
-    const SysfsSensors sensors(machine("hybrid-laptop"), "no-such-library.so", access);
-    EXPECT_EQ(sensors.read("GPU MTR Temp nouveau"), nothing);
-    EXPECT_EQ(access.readFiles, Names{"runtime_status"});
-    EXPECT_EQ(sensors.read("CPU Package id 0"), 62.0);
-}
-
 TEST(SysfsHIDSymbols, ADeviceIsReadOnlyWhileItsPowerStateSaysItRuns) {
     const TemporaryTree tree;
+    const auto status = tree.write("devices/pci/card/power/runtime_status", "suspended\n");
     tree.addMonitor(0, "devices/pci/card", "amdgpu", {{"edge", "47000\n"}});
     tree.write("devices/pci/card/power/control", "auto\n");
-    tree.write("devices/pci/card/power/runtime_status", "suspended\n");
-    const SysfsSensors sensors(tree.root);
-    const auto readWhen = [&](std::string_view status) {
-        tree.write("devices/pci/card/power/runtime_status", status);
+    CountingFileAccess access;
+    const SysfsSensors sensors(tree.path(), "no-such-library.so", access);
+    const auto readWhen = [&](std::string_view text) {
+        tree.write("devices/pci/card/power/runtime_status", text);
         return sensors.read("GPU MTR Temp edge");
     };
-    EXPECT_EQ(readWhen("suspended\n"), nothing);
-    EXPECT_EQ(readWhen("active\n"), 47.0);
-    EXPECT_EQ(readWhen("suspending\n"), nothing);
-    EXPECT_EQ(readWhen("resuming\n"), 47.0);
-    EXPECT_EQ(readWhen("error\n"), nothing);
-    EXPECT_EQ(readWhen(""), nothing);
-}
-
-TEST(SysfsHIDSymbols, ADeviceWhosePowerStateCannotBeReadIsLeftAlone) {
-    const TemporaryTree tree;
-    tree.addMonitor(0, "devices/pci/card", "amdgpu", {{"edge", "47000\n"}});
-    tree.write("devices/pci/card/power/control", "auto\n");
-    tree.write("devices/pci/card/power/runtime_status", "active\n");
-    CountingFileAccess access;
-    const SysfsSensors sensors(tree.root, "no-such-library.so", access);
-    access.failing = {std::filesystem::canonical(tree.root / "devices/pci/card/power/runtime_status")};
-    EXPECT_EQ(sensors.read("GPU MTR Temp edge"), nothing);
+    for (const auto text : {"suspended\n", "suspending\n", "error\n", ""}) {
+        EXPECT_EQ(readWhen(text), nothing) << text;
+        EXPECT_EQ(readWhen("active\n"), 47.0);
+        EXPECT_EQ(readWhen("resuming\n"), 47.0);
+    }
+    access.failing = {std::filesystem::canonical(status)};
+    EXPECT_EQ(readWhen("active\n"), nothing);
 }
 
 TEST(SysfsHIDSymbols, ASensorThatReportsAFaultHasNoReadingWhileItDoes) {
@@ -149,7 +133,7 @@ TEST(SysfsHIDSymbols, ASensorThatReportsAFaultHasNoReadingWhileItDoes) {
     tree.addMonitor(0, "devices/platform/board", "it8728", {{"", "45000\n"}});
     const auto fault = "devices/platform/board/hwmon/hwmon0/temp1_fault";
     tree.write(fault, "1\n");
-    const SysfsSensors sensors(tree.root);
+    const SysfsSensors sensors(tree.path());
     EXPECT_EQ(sensors.read("it8728"), nothing);
     tree.write(fault, "0\n");
     EXPECT_EQ(sensors.read("it8728"), 45.0);
@@ -172,19 +156,22 @@ TEST(SysfsHIDSymbols, ABadChannelFailsAlone) {
     EXPECT_EQ(std::count(names.begin(), names.end(), "CPU Dangling"), 0);
 }
 
-TEST(SysfsHIDSymbols, AChannelThatVanishesFailsAloneAndIsGoneAfterRediscovery) {
+TEST(SysfsHIDSymbols, WhatAppearsIsFoundByRediscoveryAndWhatVanishesFailsAloneUntilThen) {
     const TemporaryTree tree;
-    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
-    tree.addMonitor(1, "devices/usb/drive", "drivetemp", {{"", "35000"}});
     CountingFileAccess access;
-    SysfsSensors sensors(tree.root, "no-such-library.so", access);
+    SysfsSensors sensors(tree.path(), "no-such-library.so", access);
+    EXPECT_EQ(sensors.names(), Names());
+    tree.addMonitor(7, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    sensors.discover();
+    EXPECT_EQ(sensors.names(), Names{"CPU Core 0"});
+    tree.addMonitor(1, "devices/usb/drive", "drivetemp", {{"", "35000"}});
+    sensors.discover();
     EXPECT_EQ(sensors.names(), (Names{"CPU Core 0", "SSD drivetemp"}));
     EXPECT_EQ(sensors.read("SSD drivetemp"), 35.0);
 
-    access.failing = {std::filesystem::canonical(tree.root / "devices/usb/drive/hwmon/hwmon1/temp1_input")};
+    access.failing = {std::filesystem::canonical(tree.path() / "devices/usb/drive/hwmon/hwmon1/temp1_input")};
     EXPECT_EQ(sensors.read("SSD drivetemp"), nothing);
     EXPECT_EQ(sensors.read("CPU Core 0"), 41.0);
-
     tree.remove("devices/usb");
     tree.remove("class/hwmon/hwmon1");
     sensors.discover();
@@ -192,22 +179,10 @@ TEST(SysfsHIDSymbols, AChannelThatVanishesFailsAloneAndIsGoneAfterRediscovery) {
     EXPECT_EQ(sensors.read("CPU Core 0"), 41.0);
 }
 
-TEST(SysfsHIDSymbols, WhatAppearsIsFoundByRediscovery) {
-    const TemporaryTree tree;
-    SysfsSensors sensors(tree.root);
-    EXPECT_EQ(sensors.names(), Names());
-    tree.addMonitor(7, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
-    sensors.discover();
-    EXPECT_EQ(sensors.names(), Names{"CPU Core 0"});
-    tree.addMonitor(0, "devices/pci/nvme0", "nvme", {{"Composite", "38000"}});
-    sensors.discover();
-    EXPECT_EQ(sensors.names(), (Names{"CPU Core 0", "SSD nvme Composite"}));
-}
-
 TEST(SysfsHIDSymbols, ServicesOfAnEarlierListingCanStillBeRead) {
     const TemporaryTree tree;
     tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
-    const SysfsSensors sensors(tree.root);
+    const SysfsSensors sensors(tree.path());
     const auto later = sensors.symbols().copyServices(nullptr);
     ASSERT_EQ(later->size(), 1U);
     EXPECT_NE(later->front().get(), sensors.services().front().get());
@@ -227,44 +202,35 @@ TEST(SysfsHIDSymbols, ServicesCloseTheirFiles) {
 
 TEST(SysfsHIDSymbols, AZoneWhoseTemperatureAMonitorPublishesIsLeftOut) {
     const TemporaryTree tree;
-    const auto addZone = [&](int number, std::string_view type) {
-        auto folder = "devices/virtual/thermal/thermal_zone" + std::to_string(number);
-        tree.write(folder + "/type", std::string(type) + "\n");
-        tree.write(folder + "/temp", "40000\n");
-        tree.link("class/thermal/thermal_zone" + std::to_string(number), folder);
-        return folder;
-    };
-    addZone(0, "by-name");
-    const auto byDevice = addZone(1, "by-device");
-    const auto byChild = addZone(2, "by-child");
-    addZone(3, "by-nothing");
+    tree.addZone(0, "by-name", "40000\n");
+    const auto byDevice = tree.addZone(1, "by-device", "40000\n");
+    const auto byChild = tree.addZone(2, "by-child", "40000\n");
+    tree.addZone(3, "by-nothing", "40000\n");
     tree.addMonitor(0, "devices/platform/elsewhere", "by_name", {{"", "40000"}});
     tree.write("devices/virtual/hwmon/hwmon1/name", "other\n");
     tree.write("devices/virtual/hwmon/hwmon1/temp1_input", "40000\n");
     tree.link("devices/virtual/hwmon/hwmon1/device", byDevice);
     tree.link("class/hwmon/hwmon1", "devices/virtual/hwmon/hwmon1");
-    tree.write(byChild + "/hwmon2/name", "child\n");
-    tree.write(byChild + "/hwmon2/temp1_input", "40000\n");
-    tree.link("class/hwmon/hwmon2", byChild + "/hwmon2");
-    EXPECT_EQ(SysfsSensors(tree.root).names(), (Names{"by_name", "by_nothing", "child", "other"}));
+    tree.write(byChild / "hwmon2/name", "child\n");
+    tree.write(byChild / "hwmon2/temp1_input", "40000\n");
+    tree.link("class/hwmon/hwmon2", byChild / "hwmon2");
+    EXPECT_EQ(SysfsSensors(tree.path()).names(), (Names{"by_name", "by_nothing", "child", "other"}));
 }
 
 TEST(SysfsHIDSymbols, TheProcessorPackageIsOneSensorWhicheverDriverIsThere) {
     const TemporaryTree tree;
-    tree.write("class/thermal/thermal_zone0/type", "x86_pkg_temp\n");
-    tree.write("class/thermal/thermal_zone0/temp", "52000\n");
-    EXPECT_EQ(SysfsSensors(tree.root).names(), Names{"CPU x86_pkg_temp"});
+    tree.addZone(0, "x86_pkg_temp", "52000\n");
+    EXPECT_EQ(SysfsSensors(tree.path()).names(), Names{"CPU x86_pkg_temp"});
     tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Package id 0", "52000"}});
-    EXPECT_EQ(SysfsSensors(tree.root).names(), Names{"CPU Package id 0"});
+    EXPECT_EQ(SysfsSensors(tree.path()).names(), Names{"CPU Package id 0"});
 }
 
 TEST(SysfsHIDSymbols, AMonitorWithoutTemperaturesHidesNoZone) {
     const TemporaryTree tree;
     tree.write("class/hwmon/hwmon0/name", "cpu_thermal\n");
     tree.write("class/hwmon/hwmon0/fan1_input", "1200\n");
-    tree.write("class/thermal/thermal_zone0/type", "cpu-thermal\n");
-    tree.write("class/thermal/thermal_zone0/temp", "52000\n");
-    const SysfsSensors sensors(tree.root);
+    tree.addZone(0, "cpu-thermal", "52000\n");
+    const SysfsSensors sensors(tree.path());
     EXPECT_EQ(sensors.names(), Names{"CPU cpu_thermal"});
     EXPECT_EQ(sensors.read("CPU cpu_thermal"), 52.0);
 }

@@ -29,11 +29,11 @@ inline const std::vector<std::string> modelledMachines = {"amd-desktop",    "arm
 /// A folder as sysfs lays it out.
 class TemporaryTree : public TemporaryFolder {
 public:
+    /// A link to another place of the tree.
     void link(const std::filesystem::path& path, const std::filesystem::path& target) const {
-        std::filesystem::create_directories((root / path).parent_path());
-        std::filesystem::create_symlink(root / target, root / path);
+        TemporaryFolder::link(path, this->path() / target);
     }
-    void remove(const std::filesystem::path& path) const { std::filesystem::remove_all(root / path); }
+    void remove(const std::filesystem::path& path) const { std::filesystem::remove_all(this->path() / path); }
 
     /// A monitor as the kernel lays it out, with readings by label.
     void addMonitor(int number, const std::filesystem::path& device, std::string_view chip,
@@ -52,7 +52,15 @@ public:
         link("class/hwmon/hwmon" + std::to_string(number), folder);
     }
 
-    const std::filesystem::path& root = path();
+    /// A thermal zone as the kernel lays it out; its device's folder.
+    std::filesystem::path addZone(int number, const std::string& type, std::string_view temperature) const {
+        const auto name = "thermal_zone" + std::to_string(number);
+        const auto device = "devices/virtual/thermal/" + name;
+        write(device + "/type", type + "\n");
+        write(device + "/temp", temperature);
+        link("class/thermal/" + name, device);
+        return device;
+    }
 };
 
 /// Counts what is opened and read, by path, and refuses to read what a test names.

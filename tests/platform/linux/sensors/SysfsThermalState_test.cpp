@@ -9,8 +9,9 @@ namespace {
 
 class ThermalTree : public TemporaryTree {
 public:
-    void addZone(int number, std::string_view temperature,
-                 const std::vector<std::pair<std::string, std::string>>& trips) const {
+    using Trips = std::vector<std::pair<std::string, std::string>>;
+
+    void addZone(int number, std::string_view temperature, const Trips& trips) const {
         const auto zone = "class/thermal/thermal_zone" + std::to_string(number);
         write(zone + "/temp", temperature);
         for (std::size_t i = 0; i < trips.size(); ++i) {
@@ -35,7 +36,7 @@ int stateOf(const std::filesystem::path& root) {
 TEST(SysfsThermalState, TripPointsRaiseTheStateInTheirOrder) {
     const ThermalTree tree;
     tree.addZone(0, "20000\n", {{"critical", "105000"}, {"active", "60000"}, {"hot", "100000"}, {"passive", "90000"}});
-    SysfsThermalState reader(tree.root);
+    SysfsThermalState reader(tree.path());
     const std::vector<std::pair<std::string_view, int>> expected = {
         {"59999\n", 0}, {"60000\n", 1},  {"89999\n", 1},  {"90000\n", 2},  {"99999\n", 2},
         {"100000", 3},  {"104999\n", 3}, {"105000\n", 3}, {"200000\n", 3}, {"-5000\n", 0},
@@ -46,16 +47,26 @@ TEST(SysfsThermalState, TripPointsRaiseTheStateInTheirOrder) {
     }
 }
 
-TEST(SysfsThermalState, TheLowestTripPointOfAKindCounts) {
-    const ThermalTree tree;
-    tree.addZone(0, "56000\n", {{"active", "85000"}, {"active", "55000"}, {"active", "70000"}});
-    EXPECT_EQ(stateOf(tree.root), 1);
-}
-
-TEST(SysfsThermalState, ACriticalPointBelowAPassiveOneIsStillCritical) {
-    const ThermalTree tree;
-    tree.addZone(0, "81000\n", {{"passive", "95000"}, {"critical", "80000"}});
-    EXPECT_EQ(stateOf(tree.root), 3);
+TEST(SysfsThermalState, TheWorstOfAllZonesAndTripPointsCounts) {
+    struct Zone {
+        std::string_view temperature;
+        ThermalTree::Trips trips;
+    };
+    const std::vector<std::pair<int, std::vector<Zone>>> cases = {
+        {1, {{"56000\n", {{"active", "85000"}, {"active", "55000"}, {"active", "70000"}}}}},
+        {3, {{"81000\n", {{"passive", "95000"}, {"critical", "80000"}}}}},
+        {2,
+         {{"50000\n", {{"passive", "90000"}}},
+          {"70000\n", {{"active", "60000"}}},
+          {"91000\n", {{"passive", "90000"}}}}},
+    };
+    for (const auto& [state, zones] : cases) {
+        const ThermalTree tree;
+        for (std::size_t i = 0; i < zones.size(); ++i) {
+            tree.addZone(static_cast<int>(i) * 6, zones[i].temperature, zones[i].trips);
+        }
+        EXPECT_EQ(stateOf(tree.path()), state);
+    }
 }
 
 TEST(SysfsThermalState, TripPointsThatAreUnsetOrNotPositiveOrUnknownAreIgnored) {
@@ -65,32 +76,22 @@ TEST(SysfsThermalState, TripPointsThatAreUnsetOrNotPositiveOrUnknownAreIgnored) 
         {{"critical", "-274000"}, {"hot", "0"}, {"passive", ""}, {"passive", "garbage"}, {"strange", "10000"}});
     tree.addZone(1, "50000\n", {});
     CountingFileAccess access;
-    SysfsThermalState reader(tree.root, access);
+    SysfsThermalState reader(tree.path(), access);
     EXPECT_EQ(reader.thermalState(), 0);
     EXPECT_EQ(access.reads, 0);
     EXPECT_EQ(access.opened, 0);
-}
-
-TEST(SysfsThermalState, TheWorstZoneCounts) {
-    const ThermalTree tree;
-    tree.addZone(0, "50000\n", {{"passive", "90000"}});
-    tree.addZone(1, "70000\n", {{"active", "60000"}});
-    tree.addZone(12, "91000\n", {{"passive", "90000"}});
-    EXPECT_EQ(stateOf(tree.root), 2);
 }
 
 TEST(SysfsThermalState, AProcessorThatIsSlowedDownIsSerious) {
     for (const auto type : {"Processor", "intel_powerclamp", "cpufreq-cpu0", "thermal-cpufreq-1", "idle-cpu0"}) {
         const ThermalTree tree;
         tree.addCooling(0, type, "0\n");
-        SysfsThermalState reader(tree.root);
-        EXPECT_EQ(reader.thermalState(), 0) << type;
-        tree.addCooling(0, type, "1\n");
-        EXPECT_EQ(reader.thermalState(), 2) << type;
-        tree.addCooling(0, type, "-1\n");
-        EXPECT_EQ(reader.thermalState(), 0) << type;
-        tree.addCooling(0, type, "garbage\n");
-        EXPECT_EQ(reader.thermalState(), 0) << type;
+        SysfsThermalState reader(tree.path());
+        for (const auto& [current, state] :
+             std::vector<std::pair<std::string_view, int>>{{"0\n", 0}, {"1\n", 2}, {"-1\n", 0}, {"garbage\n", 0}}) {
+            tree.addCooling(0, type, current);
+            EXPECT_EQ(reader.thermalState(), state) << type << ' ' << current;
+        }
     }
 }
 
@@ -100,7 +101,7 @@ TEST(SysfsThermalState, FansAndPanelsAreNoThrottling) {
     for (const auto type : {"Fan", "pwm-fan", "LCD", "TCC Offset", "INT3400", "devfreq-gpu"}) {
         tree.addCooling(number++, type, "3\n");
     }
-    EXPECT_EQ(stateOf(tree.root), 0);
+    EXPECT_EQ(stateOf(tree.path()), 0);
 }
 
 TEST(SysfsThermalState, AStateIsOneReadForEachUsableZoneAndEachProcessorCoolingDevice) {
@@ -121,9 +122,9 @@ TEST(SysfsThermalState, AZoneThatFailsOrSleepsSaysNothing) {
     tree.addZone(0, "99000\n", {{"critical", "90000"}});
     tree.addZone(1, "99000\n", {{"passive", "90000"}});
     CountingFileAccess access;
-    SysfsThermalState reader(tree.root, access);
+    SysfsThermalState reader(tree.path(), access);
     EXPECT_EQ(reader.thermalState(), 3);
-    access.failing = {tree.root / "class/thermal/thermal_zone0/temp"};
+    access.failing = {tree.path() / "class/thermal/thermal_zone0/temp"};
     EXPECT_EQ(reader.thermalState(), 2);
     tree.setTemperature(1, "garbage");
     EXPECT_EQ(reader.thermalState(), 0);
@@ -140,7 +141,7 @@ TEST(SysfsThermalState, AZoneThatFailsOrSleepsSaysNothing) {
 
 TEST(SysfsThermalState, ZonesThatAppearAreFoundByRediscovery) {
     const ThermalTree tree;
-    SysfsThermalState reader(tree.root);
+    SysfsThermalState reader(tree.path());
     EXPECT_EQ(reader.thermalState(), 0);
     tree.addZone(0, "99000\n", {{"hot", "90000"}});
     EXPECT_EQ(reader.thermalState(), 0);

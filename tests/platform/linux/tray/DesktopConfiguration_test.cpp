@@ -53,23 +53,20 @@ TEST_F(DesktopConfiguration, AnEmptyValueIsNamed) {
     EXPECT_EQ(log_.lines, (std::vector<std::string>{complaint("Place cannot be \"\"; ignored")}));
 }
 
-TEST_F(DesktopConfiguration, AFileThatIsNoKeyFileIsNamedOnce) {
-    EXPECT_EQ(read("Place: tray\n"), TrayChoices{});
-    ASSERT_EQ(log_.lines.size(), 1U);
-    EXPECT_TRUE(log_.lines[0].starts_with(complaint(""))) << log_.lines[0];
-}
-
-TEST_F(DesktopConfiguration, TextThatIsNoUtf8IsNamed) {
-    EXPECT_EQ(read("[Desktop]\nPlace=\xff\n"), TrayChoices{});
-    ASSERT_EQ(log_.lines.size(), 1U);
-    EXPECT_TRUE(log_.lines[0].starts_with(complaint(""))) << log_.lines[0];
-}
-
-TEST_F(DesktopConfiguration, AFolderInItsPlaceIsNamed) {
-    std::filesystem::create_directory(file_);
-    EXPECT_EQ(readDesktopConfiguration(file_, log_), TrayChoices{});
-    ASSERT_EQ(log_.lines.size(), 1U);
-    EXPECT_TRUE(log_.lines[0].starts_with(complaint(""))) << log_.lines[0];
+TEST_F(DesktopConfiguration, WhatIsNoKeyFileIsNamedOnce) {
+    const auto expectComplaint = [this](const char* what) {
+        EXPECT_EQ(readDesktopConfiguration(file_, log_), TrayChoices{}) << what;
+        ASSERT_EQ(log_.lines.size(), 1U) << what;
+        EXPECT_TRUE(log_.lines[0].starts_with(complaint(""))) << log_.lines[0];
+        log_.lines.clear();
+    };
+    for (const auto* text : {"Place: tray\n", "[Desktop]\nPlace=\xff\n"}) {
+        folder_.write("desktop.conf", text);
+        expectComplaint(text);
+    }
+    std::filesystem::remove(file_);
+    folder_.makeFolder("desktop.conf");
+    expectComplaint("a folder");
 }
 
 }  // namespace

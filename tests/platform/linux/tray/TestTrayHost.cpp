@@ -197,6 +197,16 @@ TestMenuEntry TestTrayHost::menu() const {
     return TestMenuEntry::read(reply.value.get());
 }
 
+TestMenuEntry TestTrayHost::entry(const std::string& label) const {
+    for (const auto& child : menu().children) {
+        if (child.property("label") == "'" + label + "'") {
+            return child;
+        }
+    }
+    ADD_FAILURE() << "no menu entry " << label;
+    return {};
+}
+
 void TestTrayHost::aboutToShowMenu() const {
     EXPECT_EQ(callMenu("AboutToShow", g_variant_new("(i)", 0)).error, "");
 }

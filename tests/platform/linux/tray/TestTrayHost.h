@@ -73,6 +73,8 @@ public:
     [[nodiscard]] std::string introspection() const;
 
     [[nodiscard]] TestMenuEntry menu() const;
+    /// The entry of the menu that is called so.
+    [[nodiscard]] TestMenuEntry entry(const std::string& label) const;
     void aboutToShowMenu() const;
     void click(std::int32_t menuEntry) const;
 

@@ -49,26 +49,33 @@ protected:
     static std::string ownProcess() { return std::to_string(getpid()); }
     static std::string ownBusName() { return "org.kde.StatusNotifierItem-" + ownProcess() + "-1"; }
 
-    void makeBar() {
+    void makeBar(bool hasPopup = true) {
         TrayOptions options;
         options.settingsFolder = folder_.path();
         options.processRoot = folder_.path() / "proc";
-        options.showPopup = [this](std::int32_t x, std::int32_t y) { popups_.emplace_back(x, y); };
-        options.useActivationToken = [this](std::string_view token) { tokens_.emplace_back(token); };
+        if (hasPopup) {
+            options.showPopup = [this](std::int32_t x, std::int32_t y) { popups_.emplace_back(x, y); };
+            options.useActivationToken = [this](std::string_view token) { tokens_.emplace_back(token); };
+        }
         bar_.emplace(TestBus::instance().session(), options, log_);
+        item_ = bar_->makeStatusItem();
     }
 
     void makeItem() {
         makeBar();
-        item_ = bar_->makeStatusItem();
         item_->setMenu(menu_);
         item_->setImage(imageOf(72));
     }
 
+    /// A tray whose process has this name.
+    void makeHost(std::string_view processName, TestTrayHost::Draws draws = TestTrayHost::Draws::atOnce) {
+        nameProcess(processName);
+        host_.emplace(draws);
+    }
+
     /// An item that a tray of this process name shows.
     void showIn(std::string_view processName) {
-        nameProcess(processName);
-        host_.emplace();
+        makeHost(processName);
         makeItem();
         ASSERT_TRUE(host_->waitForRegistration());
         host_->itemSignals.clear();
@@ -77,17 +84,15 @@ protected:
     /// Another tray takes over.
     void moveTo(std::string_view processName) {
         host_.reset();
-        nameProcess(processName);
-        host_.emplace();
+        makeHost(processName);
         ASSERT_TRUE(host_->waitForRegistration());
     }
 
     /// Another tray draws beside the one in this process.
-    [[nodiscard]] GObjectHandle<GDBusConnection> otherHost(const char* processName,
-                                                           const char* busName = "org.kde.StatusNotifierHost-4711-1") {
-        folder_.write("proc/4711/comm", std::string(processName) + "\n");
+    [[nodiscard]] GObjectHandle<GDBusConnection> otherHost(const std::string& processName) {
+        folder_.write("proc/4711/comm", processName + "\n");
         auto other = TestBus::instance().connect();
-        takeName(other.get(), busName);
+        takeName(other.get(), "org.kde.StatusNotifierHost-4711-1");
         return other;
     }
 
@@ -97,6 +102,11 @@ protected:
 
     [[nodiscard]] bool waitForPictures(TrayPictureSet set, RgbaColor color) const {
         return runUntil([&] { return host_->pictures() == expectedPictures(imageOf(72), set, color); });
+    }
+
+    /// Calls a method of the item; the name of the error, or nothing.
+    [[nodiscard]] std::string call(const char* method, GVariant* parameters) const {
+        return host_->callItem(method, parameters).error;
     }
 
     [[nodiscard]] bool waitFor(TrayPresence presence) {
@@ -119,7 +129,7 @@ protected:
     std::unique_ptr<StatusItem> item_;
 };
 
-TEST_F(TrayStatusBarTest, RegistersByItsBusName) {
+TEST_F(TrayStatusBarTest, RegistersOnceByItsBusName) {
     showIn("waybar");
     ASSERT_EQ(host_->registrations.size(), 1U);
     EXPECT_EQ(host_->registrations[0].reference, ownBusName());
@@ -143,8 +153,6 @@ TEST_F(TrayStatusBarTest, RegistersByConnectionWhenItsNameIsTaken) {
 TEST_F(TrayStatusBarTest, WaitsForTheFirstPicture) {
     host_.emplace();
     makeBar();
-    item_ = bar_->makeStatusItem();
-    item_->setMenu(menu_);
     ASSERT_TRUE(waitFor(TrayPresence::present));
     settle(host_->connection());
     EXPECT_TRUE(host_->registrations.empty());
@@ -154,24 +162,23 @@ TEST_F(TrayStatusBarTest, WaitsForTheFirstPicture) {
 
 TEST_F(TrayStatusBarTest, HasThePropertiesThatTraysRead) {
     showIn("waybar");
-    EXPECT_EQ(host_->text("Id"), "'thermopix'");
-    EXPECT_EQ(host_->text("Category"), "'Hardware'");
-    EXPECT_EQ(host_->text("Status"), "'Active'");
-    EXPECT_EQ(host_->text("Title"), "'72 degrees Celsius'");
-    EXPECT_EQ(host_->text("IconAccessibleDesc"), "'72 degrees Celsius'");
-    EXPECT_EQ(host_->text("ToolTip"), "('', [], '72 degrees Celsius', '')");
-    EXPECT_EQ(host_->text("WindowId"), "0");
-    EXPECT_EQ(host_->text("Menu"), "'/MenuBar'");
-    EXPECT_EQ(host_->text("ItemIsMenu"), "true");
-    for (const auto* name : {"IconName", "IconThemePath", "OverlayIconName", "AttentionIconName", "AttentionMovieName",
-                             "AttentionAccessibleDesc"}) {
-        EXPECT_EQ(host_->text(name), "''") << name;
-    }
-    for (const auto* name : {"OverlayIconPixmap", "AttentionIconPixmap"}) {
-        EXPECT_EQ(host_->text(name), "[]") << name;
-    }
-    for (const auto* name : {"XAyatanaLabel", "XAyatanaLabelGuide", "NoSuchProperty"}) {
-        EXPECT_EQ(host_->text(name), "(none)") << name;
+    for (const auto& [names, text] : std::vector<std::pair<Names, std::string>>{
+             {{"Id"}, "'thermopix'"},
+             {{"Category"}, "'Hardware'"},
+             {{"Status"}, "'Active'"},
+             {{"Title", "IconAccessibleDesc"}, "'72 degrees Celsius'"},
+             {{"ToolTip"}, "('', [], '72 degrees Celsius', '')"},
+             {{"WindowId"}, "0"},
+             {{"Menu"}, "'/MenuBar'"},
+             {{"ItemIsMenu"}, "true"},
+             {{"IconName", "IconThemePath", "OverlayIconName", "AttentionIconName", "AttentionMovieName",
+               "AttentionAccessibleDesc"},
+              "''"},
+             {{"OverlayIconPixmap", "AttentionIconPixmap"}, "[]"},
+             {{"XAyatanaLabel", "XAyatanaLabelGuide", "NoSuchProperty"}, "(none)"}}) {
+        for (const auto& name : names) {
+            EXPECT_EQ(host_->text(name.c_str()), text) << name;
+        }
     }
 }
 
@@ -202,12 +209,6 @@ TEST_F(TrayStatusBarTest, AnotherTrayThatJoinsLaterIsNoticed) {
     ASSERT_TRUE(runUntil([this] { return !host_->itemSignals.empty(); }));
     EXPECT_EQ(signals(), Names{"NewIcon"});
     expectPictures(TrayPictureSet::square, mid);
-}
-
-TEST_F(TrayStatusBarTest, AnotherTrayOfTheSameKindChangesNothing) {
-    const auto other = otherHost("waybar", "org.kde.StatusNotifierHost-4711");
-    showIn("waybar");
-    expectPictures(TrayPictureSet::bar, white);
 }
 
 TEST_F(TrayStatusBarTest, SignalsWhatHasChangedAndNothingElse) {
@@ -263,56 +264,35 @@ TEST_F(TrayStatusBarTest, WordsAreEscapedInToolTipsOnly) {
     EXPECT_EQ(host_->text("ToolTip"), "('', [], '&lt;72&gt; &amp; \xef\xbf\xbd', '')");
 }
 
-TEST_F(TrayStatusBarTest, WithoutALabelThePictureSpeaksForItself) {
-    nameProcess("waybar");
-    host_.emplace();
-    makeBar();
-    item_ = bar_->makeStatusItem();
-    item_->setImage(imageOf(72));
-    ASSERT_TRUE(host_->waitForRegistration());
-    EXPECT_EQ(host_->text("Title"), "'72 degrees Celsius'");
-    EXPECT_EQ(host_->text("Menu"), "'/NO_DBUSMENU'");
-    item_->setImage(StatusItemImage{});
-    EXPECT_EQ(host_->text("Title"), "'Thermopix'");
-}
-
-TEST_F(TrayStatusBarTest, AnEmptyPictureIsStillAPicture) {
+TEST_F(TrayStatusBarTest, AnEmptyPictureIsStillAPictureAndCalledAsTheProgram) {
     showIn("waybar");
     item_->setImage(StatusItemImage{});
     expectPictures(TrayPictureSet::bar, white, StatusItemImage{});
+    EXPECT_EQ(host_->text("Title"), "'Thermopix'");
 }
 
 TEST_F(TrayStatusBarTest, ATrayThatComesLaterGetsTheItem) {
     makeItem();
     ASSERT_TRUE(waitFor(TrayPresence::absent));
     item_->setImage(imageOf(80));
-    nameProcess("waybar");
-    host_.emplace();
-    ASSERT_TRUE(host_->waitForRegistration());
+    moveTo("waybar");
     EXPECT_TRUE(bar_->hasHost());
     expectPictures(TrayPictureSet::bar, white, imageOf(80));
 }
 
-TEST_F(TrayStatusBarTest, ATrayThatRestartsGetsTheItemAgain) {
+TEST_F(TrayStatusBarTest, ATrayThatRestartsGetsTheItemAgainAndMeanwhileNothingCrossesTheBus) {
     showIn("waybar");
     for (int i = 0; i < 3; ++i) {
         host_.reset();
         ASSERT_TRUE(waitFor(TrayPresence::absent));
-        host_.emplace();
-        ASSERT_TRUE(host_->waitForRegistration());
+        const auto before = TestBus::instance().sentMessages();
+        item_->setImage(imageOf(90 + i));
+        EXPECT_EQ(TestBus::instance().sentMessages(), before);
+        moveTo("waybar");
         EXPECT_EQ(host_->registrations.size(), 1U);
         EXPECT_EQ(host_->registrations[0].reference, ownBusName());
         EXPECT_TRUE(bar_->hasHost());
     }
-}
-
-TEST_F(TrayStatusBarTest, WithoutATrayPicturesCrossNoBus) {
-    showIn("waybar");
-    host_.reset();
-    ASSERT_TRUE(waitFor(TrayPresence::absent));
-    const auto before = TestBus::instance().sentMessages();
-    item_->setImage(imageOf(90));
-    EXPECT_EQ(TestBus::instance().sentMessages(), before);
 }
 
 TEST_F(TrayStatusBarTest, SaysOnceThatItWaitsForATray) {
@@ -325,35 +305,23 @@ TEST_F(TrayStatusBarTest, SaysOnceThatItWaitsForATray) {
 }
 
 TEST_F(TrayStatusBarTest, AWatcherWithoutATrayIsNoTrayYetAndGetsNoItem) {
-    nameProcess("waybar");
-    host_.emplace(TestTrayHost::Draws::notYet);
+    makeHost("waybar", TestTrayHost::Draws::notYet);
     makeItem();
     ASSERT_TRUE(waitFor(TrayPresence::absent));
-    std::vector<TrayPresence> seen;
-    const Subscription subscription =
-        bar_->presence().subscribe([&seen](const TrayPresence& presence) { seen.push_back(presence); });
     EXPECT_EQ(host_->registrations.size(), 0U);
-    host_->startDrawing();
-    ASSERT_TRUE(waitFor(TrayPresence::present));
-    ASSERT_TRUE(host_->waitForRegistration());
-    host_->stopDrawing();
-    ASSERT_TRUE(waitFor(TrayPresence::absent));
-    EXPECT_EQ(seen, (std::vector{TrayPresence::absent, TrayPresence::present, TrayPresence::absent}));
-    EXPECT_EQ(host_->registrations.size(), 1U);
-}
-
-TEST_F(TrayStatusBarTest, ATrayThatRestartsBehindItsWatcherGetsTheItemAgain) {
-    showIn("waybar");
-    host_->stopDrawing();
-    ASSERT_TRUE(waitFor(TrayPresence::absent));
-    host_->startDrawing();
-    ASSERT_TRUE(host_->waitForRegistration(2));
+    for (const std::size_t registrations : {1U, 2U}) {
+        host_->startDrawing();
+        ASSERT_TRUE(waitFor(TrayPresence::present));
+        ASSERT_TRUE(host_->waitForRegistration(registrations));
+        host_->stopDrawing();
+        ASSERT_TRUE(waitFor(TrayPresence::absent));
+    }
+    EXPECT_EQ(host_->registrations.size(), 2U);
     EXPECT_EQ(host_->registrations[1].reference, host_->registrations[0].reference);
 }
 
 TEST_F(TrayStatusBarTest, AWatcherThatCannotSayWhetherThereIsATrayHasNone) {
-    nameProcess("waybar");
-    host_.emplace();
+    makeHost("waybar");
     host_->wrongHostAnswer = "broken";
     makeItem();
     ASSERT_TRUE(waitFor(TrayPresence::absent));
@@ -361,8 +329,7 @@ TEST_F(TrayStatusBarTest, AWatcherThatCannotSayWhetherThereIsATrayHasNone) {
 }
 
 TEST_F(TrayStatusBarTest, AWatcherThatRefusesTheItemIsNamedInTheLog) {
-    nameProcess("waybar");
-    host_.emplace();
+    makeHost("waybar");
     host_->refusesItems = true;
     makeItem();
     ASSERT_TRUE(host_->waitForRegistration());
@@ -376,47 +343,43 @@ TEST_F(TrayStatusBarTest, ActivateIsThereOnlyForTraysThatNeedIt) {
     for (const auto* method : {"ContextMenu", "SecondaryActivate", "Scroll", "ProvideXdgActivationToken"}) {
         EXPECT_NE(plain.find('"' + std::string(method) + '"'), std::string::npos) << method;
     }
-    EXPECT_NE(host_->callItem("Activate", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_NE(call("Activate", g_variant_new("(ii)", 1, 2)), "");
     EXPECT_TRUE(popups_.empty());
 
     moveTo("lxqt-panel");
     EXPECT_NE(host_->introspection().find("\"Activate\""), std::string::npos);
-    EXPECT_EQ(host_->callItem("Activate", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_EQ(call("Activate", g_variant_new("(ii)", 1, 2)), "");
     EXPECT_EQ(popups_, (Points{{1, 2}}));
 }
 
 TEST_F(TrayStatusBarTest, ContextMenuShowsThePopup) {
     showIn("swaybar");
-    EXPECT_EQ(host_->callItem("ContextMenu", g_variant_new("(ii)", 300, 4)).error, "");
+    EXPECT_EQ(call("ContextMenu", g_variant_new("(ii)", 300, 4)), "");
     EXPECT_EQ(popups_, (Points{{300, 4}}));
-    EXPECT_EQ(host_->callItem("ProvideXdgActivationToken", g_variant_new("(s)", "token-1")).error, "");
+    EXPECT_EQ(call("ProvideXdgActivationToken", g_variant_new("(s)", "token-1")), "");
     EXPECT_EQ(tokens_, Names{"token-1"});
-    EXPECT_EQ(host_->callItem("SecondaryActivate", g_variant_new("(ii)", 1, 2)).error, "");
-    EXPECT_EQ(host_->callItem("Scroll", g_variant_new("(is)", 120, "vertical")).error, "");
+    EXPECT_EQ(call("SecondaryActivate", g_variant_new("(ii)", 1, 2)), "");
+    EXPECT_EQ(call("Scroll", g_variant_new("(is)", 120, "vertical")), "");
     EXPECT_EQ(popups_.size(), 1U);
 }
 
-TEST_F(TrayStatusBarTest, WithoutAPopupTheLogSaysSo) {
-    nameProcess("swaybar");
-    host_.emplace();
-    TrayOptions options;
-    options.settingsFolder = folder_.path();
-    options.processRoot = folder_.path() / "proc";
-    bar_.emplace(TestBus::instance().session(), options, log_);
-    item_ = bar_->makeStatusItem();
+TEST_F(TrayStatusBarTest, WithoutMenuAndPopupTheLogSaysSo) {
+    makeHost("swaybar");
+    makeBar(false);
     item_->setImage(imageOf(72));
     ASSERT_TRUE(host_->waitForRegistration());
-    EXPECT_EQ(host_->callItem("ContextMenu", g_variant_new("(ii)", 300, 4)).error, "");
-    EXPECT_EQ(host_->callItem("ProvideXdgActivationToken", g_variant_new("(s)", "unused")).error, "");
+    EXPECT_EQ(host_->text("Menu"), "'/NO_DBUSMENU'");
+    EXPECT_EQ(call("ContextMenu", g_variant_new("(ii)", 300, 4)), "");
+    EXPECT_EQ(call("ProvideXdgActivationToken", g_variant_new("(s)", "unused")), "");
     EXPECT_EQ(log_.lines, Names{"desktop: no popup menu to show at 300, 4"});
 }
 
 TEST_F(TrayStatusBarTest, CallsOfTheWrongTypeAreRefused) {
     showIn("lxqt-panel");
-    EXPECT_NE(host_->callItem("ContextMenu", g_variant_new("(s)", "here")).error, "");
-    EXPECT_NE(host_->callItem("Activate", nullptr).error, "");
-    EXPECT_NE(host_->callItem("Scroll", g_variant_new("(ii)", 1, 2)).error, "");
-    EXPECT_NE(host_->callItem("NoSuchMethod", nullptr).error, "");
+    EXPECT_NE(call("ContextMenu", g_variant_new("(s)", "here")), "");
+    EXPECT_NE(call("Activate", nullptr), "");
+    EXPECT_NE(call("Scroll", g_variant_new("(ii)", 1, 2)), "");
+    EXPECT_NE(call("NoSuchMethod", nullptr), "");
     const auto written =
         callFrom(host_->connection(), host_->itemBusName(), host_->itemPath(), "org.freedesktop.DBus.Properties", "Set",
                  g_variant_new("(ssv)", "org.kde.StatusNotifierItem", "Title", g_variant_new_string("x")));
@@ -451,7 +414,7 @@ TEST_F(TrayStatusBarTest, TheMenuIsTheItems) {
 TEST_F(TrayStatusBarTest, AnItemThatIsGoneLeavesTheBus) {
     showIn("waybar");
     item_.reset();
-    EXPECT_NE(host_->callItem("ContextMenu", g_variant_new("(ii)", 1, 2)).error, "");
+    EXPECT_NE(call("ContextMenu", g_variant_new("(ii)", 1, 2)), "");
     const auto reply = callFrom(host_->connection(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                                 "org.freedesktop.DBus", "NameHasOwner", g_variant_new("(s)", ownBusName().c_str()));
     gboolean hasOwner = TRUE;
@@ -460,8 +423,7 @@ TEST_F(TrayStatusBarTest, AnItemThatIsGoneLeavesTheBus) {
 }
 
 TEST_F(TrayStatusBarTest, ABarMayEndWhileTheBusIsStillBeingAsked) {
-    nameProcess("waybar");
-    host_.emplace();
+    makeHost("waybar");
     for (int turns = 0; turns < 12; ++turns) {
         makeItem();
         for (int i = 0; i < turns; ++i) {
@@ -484,7 +446,7 @@ TEST_F(TrayStatusBarTest, TwoItemsAreToldApart) {
     expectPictures(TrayPictureSet::bar, white);
 }
 
-TEST_F(TrayStatusBarTest, InkFollowsTheColorSchemeOfThePortal) {
+TEST_F(TrayStatusBarTest, InkFollowsTheColorSchemeOfThePortalAndNoOtherNews) {
     TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_variant(g_variant_new_uint32(2)));
     showIn("kded5");
     EXPECT_TRUE(waitForPictures(TrayPictureSet::square, black));
@@ -492,23 +454,18 @@ TEST_F(TrayStatusBarTest, InkFollowsTheColorSchemeOfThePortal) {
     portal.change(g_variant_new_uint32(1));
     EXPECT_TRUE(waitForPictures(TrayPictureSet::square, white));
     EXPECT_EQ(signals(), Names{"NewIcon"});
-    portal.change(g_variant_new_uint32(0));
-    EXPECT_TRUE(waitForPictures(TrayPictureSet::square, mid));
-}
-
-TEST_F(TrayStatusBarTest, PortalNewsThatDoNotMatterAreIgnored) {
-    TestDesktopSettings portal(TestDesktopSettings::portal, g_variant_new_uint32(1));
-    showIn("kded5");
-    ASSERT_TRUE(waitForPictures(TrayPictureSet::square, white));
-    static_cast<void>(signals());
     portal.announce(g_variant_new("(ssv)", "org.freedesktop.appearance", "contrast", g_variant_new_uint32(2)));
     portal.announce(g_variant_new("(ssv)", "org.gnome.desktop.interface", "color-scheme", g_variant_new_uint32(2)));
     portal.announce(g_variant_new("(s)", "org.freedesktop.appearance"));
     portal.announce(nullptr);
     settle(host_->connection());
     EXPECT_EQ(signals(), Names{});
-    portal.change(g_variant_new_string("dark"));
-    EXPECT_TRUE(waitForPictures(TrayPictureSet::square, mid));
+    for (GVariant* const none : {g_variant_new_uint32(0), g_variant_new_string("dark")}) {
+        portal.change(none);
+        EXPECT_TRUE(waitForPictures(TrayPictureSet::square, mid));
+        portal.change(g_variant_new_uint32(1));
+        EXPECT_TRUE(waitForPictures(TrayPictureSet::square, white));
+    }
 }
 
 TEST_F(TrayStatusBarTest, ThePortalIsNotAskedWhereTheBarIsKnown) {

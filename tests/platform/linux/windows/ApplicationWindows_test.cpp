@@ -54,20 +54,19 @@ TEST_F(ApplicationWindowsTest, TellARunningProcessWhatChanges) {
               (Requests{SetActivationPolicy{ActivationPolicy::regular}, SetMainMenu{Messages::menu()}}));
 }
 
-TEST_F(ApplicationWindowsTest, UseATokenOnce) {
-    const auto run = start();
+TEST_F(ApplicationWindowsTest, KeepATokenUntilThereIsAWindowAndUseItOnce) {
     windows->useActivationToken("first");
-    windows->useActivationToken("second");
-    windows->activate();
-    windows->activate();
-    EXPECT_EQ(received(run, 1), Requests{UseActivationToken{"second"}});
-}
-
-TEST_F(ApplicationWindowsTest, KeepATokenUntilThereIsAWindow) {
-    windows->useActivationToken("token");
     windows->activate();
     process->send(ShowAboutPanel{});
-    EXPECT_EQ(received(nextReadyRun(), 2), (Requests{UseActivationToken{"token"}, ShowAboutPanel{}}));
+    const auto run = nextReadyRun();
+    EXPECT_EQ(received(run, 2), (Requests{UseActivationToken{"first"}, ShowAboutPanel{}}));
+    run->requests.clear();
+    windows->useActivationToken("second");
+    windows->useActivationToken("third");
+    windows->activate();
+    windows->activate();
+    ASSERT_TRUE(settle(run));
+    EXPECT_EQ(run->requests, Requests{UseActivationToken{"third"}});
 }
 
 TEST_F(ApplicationWindowsTest, KnowWhichWindowsAreVisibleAndBringThemForward) {

@@ -35,6 +35,11 @@ protected:
             window->onEvent([this](const ViewEvent& event) { words.push_back(event.identifier + "=" + event.value); });
     }
 
+    // What a new process hears of it.
+    static std::vector<WindowRequest> everything() {
+        return {ShowWindow{1, description}, SetWindowContent{1, named("drawn")}};
+    }
+
     // Shown, and the process has said so.
     std::shared_ptr<WindowStandIn> showIt() {
         window->show();
@@ -113,25 +118,6 @@ TEST_F(ProcessWindowTest, CountsAsVisibleWhileItIsAboutToClose) {
     EXPECT_EQ(words.size(), 2U);
 }
 
-TEST_F(ProcessWindowTest, DiesWhileItIsAboutToClose) {
-    const auto run = showIt();
-    run->say(WindowWillClose{1});
-    run->command("exit 0");
-    ASSERT_TRUE(untilEnd());
-    EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
-}
-
-TEST_F(ProcessWindowTest, IsNotVisibleWhileMiniaturized) {
-    const auto run = showIt();
-    run->say(WindowVisibilityChanged{1, false, true});
-    ASSERT_TRUE(untilEvents(1));
-    EXPECT_TRUE(window->isMiniaturized());
-    run->say(WindowVisibilityChanged{1, true, false});
-    ASSERT_TRUE(untilEvents(2));
-    EXPECT_FALSE(window->isMiniaturized());
-    EXPECT_EQ(words, (Words{"hidden", "visible"}));
-}
-
 TEST_F(ProcessWindowTest, ComesBackFromTheTaskbarWhenShown) {
     const auto run = showIt();
     run->say(WindowVisibilityChanged{1, false, true});
@@ -142,22 +128,36 @@ TEST_F(ProcessWindowTest, ComesBackFromTheTaskbarWhenShown) {
     EXPECT_EQ(received(run, 2).at(0), WindowRequest(ShowWindow{1, description}));
 }
 
-TEST_F(ProcessWindowTest, ClosesWhenItsProcessDies) {
-    const auto run = showIt();
-    run->command("abort");
-    ASSERT_TRUE(untilEnd());
-    EXPECT_EQ(words, (Words{"closing visible", "hidden"}));
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(ProcessWindowTest, ClosesWhenItsProcessDiesWhileItIsMiniaturized) {
-    const auto run = showIt();
-    run->say(WindowVisibilityChanged{1, false, true});
-    ASSERT_TRUE(untilEvents(1));
-    run->command("abort");
-    ASSERT_TRUE(untilEnd());
-    EXPECT_EQ(words, (Words{"hidden", "closing"}));
-    EXPECT_FALSE(window->isMiniaturized());
+TEST_F(ProcessWindowTest, ClosesWhenItsProcessEndsHoweverItStands) {
+    struct Case {
+        const char* name;
+        std::vector<WindowEvent> said;
+        const char* ending;
+        Words heard;
+    };
+    const WindowEvent miniaturized = WindowVisibilityChanged{1, false, true};
+    const WindowEvent visible = WindowVisibilityChanged{1, true, false};
+    for (const auto& [name, said, ending, heard] :
+         {Case{"visible", {}, "abort", {"closing visible", "hidden"}},
+          Case{"about to close", {WindowWillClose{1}}, "exit 0", {"closing visible", "hidden"}},
+          Case{"miniaturized", {miniaturized}, "abort", {"hidden", "closing"}},
+          Case{
+              "visible again", {miniaturized, visible}, "abort", {"hidden", "visible", "closing visible", "hidden"}}}) {
+        SCOPED_TRACE(name);
+        ends.clear();
+        events.clear();
+        const auto run = showIt();
+        for (const auto& event : said) {
+            run->say(event);
+        }
+        ASSERT_TRUE(untilEvents(said.size()));
+        EXPECT_EQ(window->isMiniaturized(), heard.back() == "closing");
+        run->command(ending);
+        ASSERT_TRUE(untilEnd());
+        EXPECT_EQ(words, heard);
+        EXPECT_FALSE(window->isVisible());
+        EXPECT_FALSE(window->isMiniaturized());
+    }
 }
 
 TEST_F(ProcessWindowTest, ClosesWhenThereIsNoProcessToShowIt) {
@@ -172,12 +172,11 @@ TEST_F(ProcessWindowTest, IsShownAnewAfterACrash) {
     showIt()->command("abort");
     ASSERT_TRUE(untilEnd());
     window->show();
-    EXPECT_EQ(received(nextReadyRun(), 2),
-              (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")}}));
+    EXPECT_EQ(received(nextReadyRun(), 2), everything());
 }
 
 TEST_F(ProcessWindowTest, ShownWhileItsProcessIsEndingComesUpInTheNext) {
-    auto run = showIt();
+    const auto run = showIt();
     // The user closes the last window; before the program hears of it, the window is wanted again.
     run->say(WindowWillClose{1});
     run->say(WindowVisibilityChanged{1, false, false});
@@ -187,9 +186,7 @@ TEST_F(ProcessWindowTest, ShownWhileItsProcessIsEndingComesUpInTheNext) {
     run->say(WindowWillClose{1});
     run->say(WindowVisibilityChanged{1, false, false});
     run->command("exit 0");
-    run = nextReadyRun();
-    EXPECT_EQ(received(run, 2),
-              (std::vector<WindowRequest>{ShowWindow{1, description}, SetWindowContent{1, named("drawn")}}));
+    EXPECT_EQ(received(nextReadyRun(), 2), everything());
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(words, (Words{"visible", "hidden", "visible"}));
 }

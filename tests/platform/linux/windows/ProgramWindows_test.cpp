@@ -100,6 +100,11 @@ protected:
         return run;
     }
 
+    std::shared_ptr<WindowStandIn> openSettings() {
+        start({"--uitest-show-preferences"});
+        return settingsRun();
+    }
+
     [[nodiscard]] std::string selection(const std::shared_ptr<WindowStandIn>& run, std::string_view identifier) const {
         const auto* content = last<SetWindowContent>(run);
         const auto* found = content == nullptr ? nullptr : node(content->root, std::string(identifier));
@@ -117,8 +122,7 @@ protected:
 };
 
 TEST_F(ProgramWindowsTest, OpensSettingsWhenAskedAtTheStart) {
-    start({"--uitest-show-preferences"});
-    const auto run = settingsRun();
+    const auto run = openSettings();
     ASSERT_GE(run->requests.size(), 5U);
     Menu mainMenu;
     mainMenu.items = {MainMenu::appMenuItem("Thermopix"), MainMenu::editMenuItem(), MainMenu::windowMenuItem()};
@@ -150,9 +154,8 @@ TEST_F(ProgramWindowsTest, ShowsTheStripWhereADisplayHasNoBus) {
 }
 
 TEST_F(ProgramWindowsTest, FollowsTheControlsOfItsWindowEverywhere) {
-    start({"--uitest-show-preferences"});
+    const auto run = openSettings();
     const auto strip = nextRun(stripPlatform);
-    const auto run = settingsRun();
     ASSERT_EQ(selection(run, Identifiers::unit), "celsius");
     run->say(ControlOperated{1, {.identifier = std::string(Identifiers::unit), .value = "fahrenheit"}});
     EXPECT_TRUE(until([&] { return selection(run, Identifiers::unit) == "fahrenheit"; }));
@@ -162,17 +165,8 @@ TEST_F(ProgramWindowsTest, FollowsTheControlsOfItsWindowEverywhere) {
     }));
 }
 
-TEST_F(ProgramWindowsTest, LeavesTheTaskbarWhenItsWindowHasClosed) {
-    start({"--uitest-show-preferences"});
-    const auto run = settingsRun();
-    run->say(WindowWillClose{1});
-    run->say(WindowVisibilityChanged{1, false, false});
-    EXPECT_TRUE(until([&] { return last<SetActivationPolicy>(run)->policy == ActivationPolicy::accessory; }));
-}
-
 TEST_F(ProgramWindowsTest, DoesWhatTheMenuBarAsksFor) {
-    start({"--uitest-show-preferences"});
-    const auto run = settingsRun();
+    const auto run = openSettings();
     run->say(MainMenuActionChosen{MenuAction::showAboutPanel});
     ASSERT_TRUE(untilRequested<ShowAboutPanel>(run));
     EXPECT_EQ(last<ShowAboutPanel>(run)->content.applicationName, "Thermopix");
@@ -181,9 +175,8 @@ TEST_F(ProgramWindowsTest, DoesWhatTheMenuBarAsksFor) {
 }
 
 TEST_F(ProgramWindowsTest, GoesOnWhenItsWindowsCrash) {
-    start({"--uitest-show-preferences"});
+    const auto run = openSettings();
     const auto strip = nextRun(stripPlatform);
-    const auto run = settingsRun();
     run->command("abort");
     ASSERT_TRUE(program->waitForErrors("thermopix-windows was ended by signal 6"));
     strip->say(MenuWillOpen{MenuPlace::strip});
@@ -259,8 +252,7 @@ TEST_F(ProgramWindowsTest, ShowsTheStripUntilATrayAppears) {
 }
 
 TEST_F(ProgramWindowsTest, NeverLoadsAToolkitItself) {
-    start({"--uitest-show-preferences"});
-    static_cast<void>(settingsRun());
+    static_cast<void>(openSettings());
     std::ifstream maps("/proc/" + std::to_string(program->pid()) + "/maps");
     std::vector<std::string> libraries;
     for (std::string line; std::getline(maps, line);) {
@@ -277,9 +269,8 @@ TEST_F(ProgramWindowsTest, NeverLoadsAToolkitItself) {
 }
 
 TEST_F(ProgramWindowsTest, TakesItsWindowsWithIt) {
-    start({"--uitest-show-preferences"});
+    const auto run = openSettings();
     const auto strip = nextRun(stripPlatform);
-    const auto run = settingsRun();
     program->signal(SIGKILL);
     EXPECT_TRUE(until([&] { return strip->hasEnded() && run->hasEnded(); }));
 }

@@ -38,21 +38,22 @@ protected:
         return run;
     }
 
+    // What a new process hears.
+    [[nodiscard]] Requests everything(std::int64_t width) const {
+        return {SetStripReadout{image(width).readout}, SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}};
+    }
+
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
     TestMenuSource source;
     std::unique_ptr<StripStatusBar> bar = std::make_unique<StripStatusBar>(*process, loop, defaults);
     std::unique_ptr<StatusItem> item = bar->makeStatusItem();
 };
 
-TEST_F(StripStatusBarTest, ShowsNothingBeforeThereIsAPicture) {
+TEST_F(StripStatusBarTest, ShowsPictureLabelAndMenuAtTheFirstPicture) {
     EXPECT_TRUE(item->hasButton());
     EXPECT_FALSE(process->isRunning());
-}
-
-TEST_F(StripStatusBarTest, ShowsPictureLabelAndMenu) {
     item->setImage(image(1));
-    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(1).readout},
-                                                     SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
+    EXPECT_EQ(received(nextReadyRun(), 3), everything(1));
 }
 
 TEST_F(StripStatusBarTest, SendsWhatHasChangedAndNothingElse) {
@@ -105,8 +106,7 @@ TEST_F(StripStatusBarTest, ComesBackWithAllThatItShowed) {
     source.edit(TestMenuSource::reading, [](MenuItem& entry) { entry.title = "55°C"; });
     EXPECT_FALSE(process->isRunning()) << "a change is no reason to come back early";
     loop.advance(1s);
-    EXPECT_EQ(received(nextReadyRun(), 3), (Requests{SetStripReadout{image(5).readout},
-                                                     SetStripMenu{source.menu.value()}, ShowStrip{std::nullopt}}));
+    EXPECT_EQ(received(nextReadyRun(), 3), everything(5));
 }
 
 TEST_F(StripStatusBarTest, WaitsLongerEachTimeThatItDiesYoung) {
@@ -124,23 +124,22 @@ TEST_F(StripStatusBarTest, WaitsLongerEachTimeThatItDiesYoung) {
 }
 
 TEST_F(StripStatusBarTest, IsBackSoonAfterALongLife) {
-    showIt()->command("abort");
-    ASSERT_TRUE(untilEnd(1));
-    EXPECT_EQ(loop.scheduled.back().first, 1s);
-    loop.advance(1s);
+    std::size_t died = 0;
+    const auto expectPause = [&](const std::shared_ptr<WindowStandIn>& run, std::chrono::seconds pause) {
+        run->command("abort");
+        ASSERT_TRUE(untilEnd(++died));
+        EXPECT_EQ(loop.scheduled.back().first, pause);
+        loop.advance(pause);
+    };
+    expectPause(showIt(), 1s);
     const auto second = nextReadyRun();
     ASSERT_TRUE(settle(second));
-    second->command("abort");
-    ASSERT_TRUE(untilEnd(2));
-    EXPECT_EQ(loop.scheduled.back().first, 2s);
-    loop.advance(2s);
+    expectPause(second, 2s);
     const auto third = nextReadyRun();
     third->say(MenuWillOpen{MenuPlace::strip});
     ASSERT_TRUE(untilEvents(1));
     loop.advance(60s);
-    third->command("abort");
-    ASSERT_TRUE(untilEnd(3));
-    EXPECT_EQ(loop.scheduled.back().first, 1s);
+    expectPause(third, 1s);
 }
 
 TEST_F(StripStatusBarTest, GoesWithItsItem) {

@@ -37,6 +37,34 @@ std::size_t openDescriptors() {
 
 class WindowClientTest : public WindowStage {
 protected:
+    using Requests = std::vector<WindowRequest>;
+    using Run = std::shared_ptr<WindowStandIn>;
+
+    /// A run that shows a window.
+    Run start() {
+        process->send(settings);
+        return nextReadyRun();
+    }
+
+    /// One that reads nothing any more.
+    Run startDeaf() {
+        auto run = start();
+        EXPECT_TRUE(settle(run));
+        run->requests.clear();
+        run->command("deafen");
+        EXPECT_TRUE(until([&] { return run->hasTold("deaf"); }));
+        return run;
+    }
+
+    /// One that lives on without its socket; requests go to the next from then on.
+    Run startUnheard() {
+        auto run = start();
+        EXPECT_TRUE(settle(run));
+        run->command("close");
+        EXPECT_TRUE(until([&] { return loop.activeTimerCount() == 1; }));
+        return run;
+    }
+
     void expectFailure(const std::string& sentence) {
         ASSERT_TRUE(untilEnd());
         EXPECT_EQ(ends, std::vector<std::string>{sentence});
@@ -58,8 +86,7 @@ TEST_F(WindowClientTest, IsStartedByTheFirstRequestThatShowsSomething) {
 }
 
 TEST_F(WindowClientTest, IsStartedByEverythingThatShowsSomething) {
-    for (const WindowRequest& request :
-         std::vector<WindowRequest>{settings, ShowAboutPanel{}, OpenPopupMenu{}, ShowStrip{}}) {
+    for (const WindowRequest& request : Requests{settings, ShowAboutPanel{}, OpenPopupMenu{}, ShowStrip{}}) {
         ends.clear();
         process->send(request);
         const auto run = nextReadyRun();
@@ -73,13 +100,11 @@ TEST_F(WindowClientTest, IsStartedByEverythingThatShowsSomething) {
 TEST_F(WindowClientTest, HearsFirstWhatTheHandlerOfItsStartSends) {
     const auto start = process->onStart([this] { process->send(SetActivationPolicy{ActivationPolicy::regular}); });
     process->send(settings);
-    EXPECT_EQ(received(nextReadyRun(), 2),
-              (std::vector<WindowRequest>{SetActivationPolicy{ActivationPolicy::regular}, settings}));
+    EXPECT_EQ(received(nextReadyRun(), 2), (Requests{SetActivationPolicy{ActivationPolicy::regular}, settings}));
 }
 
 TEST_F(WindowClientTest, DeliversEveryEventInOrder) {
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     auto expected = Messages::events();
     expected.erase(expected.begin());
     for (const auto& event : expected) {
@@ -92,16 +117,14 @@ TEST_F(WindowClientTest, DeliversEveryEventInOrder) {
 TEST_F(WindowClientTest, InheritsNothingButTheStandardStreamsAndItsSocket) {
     signal(SIGPIPE, SIG_IGN);
     const Descriptor inheritable(open("/dev/null", O_RDONLY));
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     EXPECT_EQ(run->toldAfter("descriptors"), " 0 1 2 3");
     EXPECT_EQ(run->toldAfter("SIGPIPE "), "default");
 }
 
 TEST_F(WindowClientTest, EndsQuietlyAndIsStartedAnew) {
     for (std::size_t round = 1; round <= 3; ++round) {
-        process->send(settings);
-        const auto run = nextReadyRun();
+        const auto run = start();
         ASSERT_TRUE(untilRequests(run, 1));
         run->command("exit 0");
         ASSERT_TRUE(untilEnd(round));
@@ -113,8 +136,7 @@ TEST_F(WindowClientTest, EndsQuietlyAndIsStartedAnew) {
 }
 
 TEST_F(WindowClientTest, DeliversItsLastWords) {
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     for (WindowId window = 1; window <= 2000; ++window) {
         run->say(WindowWillClose{window});
     }
@@ -127,8 +149,7 @@ TEST_F(WindowClientTest, DeliversItsLastWords) {
 TEST_F(WindowClientTest, LeavesNoDescriptorAndNoZombieBehind) {
     const auto round = [&](const std::string& ending) {
         ends.clear();
-        process->send(settings);
-        const auto run = nextReadyRun();
+        const auto run = start();
         run->command(ending);
         EXPECT_TRUE(untilEnd());
         EXPECT_TRUE(run->isReaped());
@@ -142,25 +163,19 @@ TEST_F(WindowClientTest, LeavesNoDescriptorAndNoZombieBehind) {
     EXPECT_EQ(openDescriptors(), before + 6);
 }
 
-TEST_F(WindowClientTest, TellsWhenItIsNotInstalled) {
+TEST_F(WindowClientTest, TellsWhenItIsNotInstalledAndIsLookedForAgainAtTheNextRequest) {
     uninstall();
-    process->send(settings);
-    process->send(content(1));
-    process->send(ShowAboutPanel{});
-    EXPECT_TRUE(ends.empty()) << "told inside the call";
-    expectFailure("thermopix-windows is not installed.");
-}
-
-TEST_F(WindowClientTest, IsLookedForAgainAtTheNextRequest) {
-    uninstall();
-    process->send(settings);
-    ASSERT_TRUE(untilEnd());
-    process->send(settings);
-    ASSERT_TRUE(untilEnd(2));
-    EXPECT_EQ(log.lines.size(), 2U);
+    for (int request = 0; request < 2; ++request) {
+        ends.clear();
+        log.lines.clear();
+        process->send(settings);
+        process->send(content(1));
+        process->send(ShowAboutPanel{});
+        EXPECT_TRUE(ends.empty()) << "told inside the call";
+        expectFailure("thermopix-windows is not installed.");
+    }
     install(WindowStandIns::executable);
-    process->send(settings);
-    EXPECT_TRUE(untilRequests(nextReadyRun(), 1));
+    EXPECT_TRUE(untilRequests(start(), 1));
 }
 
 TEST_F(WindowClientTest, TellsWhenItCannotBeExecuted) {
@@ -220,8 +235,7 @@ TEST_F(WindowClientTest, TellsHowItFailed) {
 }
 
 TEST_F(WindowClientTest, IsEndedWhenItDoesNotMakeSense) {
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     run->command("stubborn");
     run->command(R"(say {"windowWillClose":{"window":1}})");
     run->command(R"(say {"windowWillClose":{"window":"one"}})");
@@ -242,8 +256,7 @@ TEST_F(WindowClientTest, IsEndedWhenItDoesNotComeUp) {
 }
 
 TEST_F(WindowClientTest, MayLiveAsLongAsItLikesOnceItIsUp) {
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     run->say(WindowWillClose{1});
     ASSERT_TRUE(until([&] { return !events.empty(); }));
     loop.advance(24h);
@@ -252,38 +265,23 @@ TEST_F(WindowClientTest, MayLiveAsLongAsItLikesOnceItIsUp) {
 }
 
 TEST_F(WindowClientTest, MakesRoomForTheNextWhenItClosesItsSocket) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(settle(run));
-    run->command("close");
-    // Requests go to the next process from then on.
-    ASSERT_TRUE(until([&] { return loop.activeTimerCount() == 1; }));
+    const auto run = startUnheard();
     process->send(ShowAboutPanel{});
     process->send(SetActivationPolicy{ActivationPolicy::regular});
     run->command("exit 0");
     const auto next = nextReadyRun();
-    EXPECT_EQ(received(next, 2),
-              (std::vector<WindowRequest>{ShowAboutPanel{}, SetActivationPolicy{ActivationPolicy::regular}}));
+    EXPECT_EQ(received(next, 2), (Requests{ShowAboutPanel{}, SetActivationPolicy{ActivationPolicy::regular}}));
     EXPECT_EQ(ends, std::vector<std::string>{""});
 }
 
 TEST_F(WindowClientTest, IsEndedWhenItLivesOnWithoutItsSocket) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(settle(run));
-    run->command("close");
-    ASSERT_TRUE(until([&] { return loop.activeTimerCount() == 1; }));
+    const auto run = startUnheard();
     loop.advance(5s);
     expectFailure("thermopix-windows was ended by signal 9 (Killed).");
 }
 
 TEST_F(WindowClientTest, NeverHoldsUpTheProgramAndSeesOnlyTheNewestContent) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    ASSERT_TRUE(settle(run));
-    run->requests.clear();
-    run->command("deafen");
-    ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+    const auto run = startDeaf();
     // More than the socket holds.
     constexpr std::size_t large = 300'000;
     process->send(content(1, 2 * large));
@@ -302,18 +300,14 @@ TEST_F(WindowClientTest, NeverHoldsUpTheProgramAndSeesOnlyTheNewestContent) {
 }
 
 TEST_F(WindowClientTest, ReadsOnWhileTheOtherSideIsDeaf) {
-    process->send(settings);
-    const auto run = nextReadyRun();
-    run->command("deafen");
-    ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+    const auto run = startDeaf();
     process->send(content(1, 600'000));
     run->say(WindowWillClose{1});
     EXPECT_TRUE(until([&] { return !events.empty(); }));
 }
 
 TEST_F(WindowClientTest, EndsWithTheProgram) {
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     ASSERT_TRUE(settle(run));
     process.reset();
     EXPECT_TRUE(until([&] { return run->isReaped(); }));
@@ -321,8 +315,7 @@ TEST_F(WindowClientTest, EndsWithTheProgram) {
 }
 
 TEST_F(WindowClientTest, EndsWithTheProgramEvenWhenItHangs) {
-    process->send(settings);
-    const auto run = nextReadyRun();
+    const auto run = start();
     run->command("stubborn");
     run->command("deafen");
     ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
@@ -336,8 +329,7 @@ TEST_F(WindowClientTest, MayBeAskedAgainByTheHandlerOfItsEnd) {
             process->send(settings);
         }
     });
-    process->send(settings);
-    nextReadyRun()->command("abort");
+    start()->command("abort");
     EXPECT_TRUE(untilRequests(nextReadyRun(), 1));
 }
 
