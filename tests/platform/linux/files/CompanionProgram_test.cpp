@@ -14,12 +14,6 @@ namespace fs = std::filesystem;
 
 class CompanionProgramTest : public testing::Test {
 protected:
-    [[nodiscard]] fs::path install(const std::string& place) const {
-        folder.write(place, "");
-        fs::permissions(folder.path(place), fs::perms::owner_all);
-        return folder.path(place);
-    }
-
     [[nodiscard]] std::optional<fs::path> found() const { return companionProgram(folder.path("bin"), "helper"); }
 
     TemporaryFolder folder;
@@ -29,21 +23,21 @@ TEST_F(CompanionProgramTest, standsBesideTheProgramOrInItsLibraryFolders) {
     EXPECT_EQ(found(), std::nullopt);
     for (const char* place : {"lib/thermopix/helper", "libexec/thermopix/helper", "bin/helper"}) {
         // Each goes before those above.
-        const fs::path installed = install(place);
+        const fs::path installed = folder.script(place, "");
         EXPECT_EQ(found(), installed);
     }
 }
 
 TEST_F(CompanionProgramTest, isAFileThatMayBeExecuted) {
-    fs::create_directories(folder.path("bin/helper"));
+    folder.makeFolder("bin/helper");
     folder.write("libexec/thermopix/helper", "not a program");
     EXPECT_EQ(found(), std::nullopt);
-    const fs::path program = install("lib/thermopix/helper");
+    const fs::path program = folder.script("lib/thermopix/helper", "");
     EXPECT_EQ(found(), program);
 }
 
 TEST_F(CompanionProgramTest, isTheOneOfItsNameOnly) {
-    [[maybe_unused]] const fs::path other = install("bin/helper-of-another");
+    folder.script("bin/helper-of-another", "");
     EXPECT_EQ(found(), std::nullopt);
 }
 

@@ -27,33 +27,28 @@ StatusImage corner() {
     return image(3, 3, {x, o, g, x, g, x, o, o, x});
 }
 
-TEST(TerminalScreen, APictureThatFitsIsShownInHalfBlocks) {
-    const auto shown = TerminalScreen::lines(corner(), {80, 24}, TerminalColor::avoided);
-    EXPECT_EQ(shown, (Lines{"█ ▄", "  ▀"}));
+TEST(TerminalScreen, APictureThatFitsIsShownInHalfBlocksAndAnyOtherGivesWayToItsDescription) {
+    const Lines picture{"█ ▄", "  ▀"};
+    const Lines description{"57 degrees Celsius"};
+    const auto wide = image(30, 1, std::vector<Ink>(30, Ink::full));
+    auto silent = wide;
+    silent.description.reset();
+    struct Case {
+        const char* name;
+        StatusImage image;
+        TerminalSize size;
+        Lines lines;
+    };
+    for (const auto& [name, shown, size, lines] :
+         {Case{"fits", corner(), {80, 24}, picture}, Case{"fills all rows but the cursor's", corner(), {3, 3}, picture},
+          Case{"unknown size", corner(), {}, picture}, Case{"too low", corner(), {80, 2}, description},
+          Case{"too narrow", wide, {29, 24}, description}, Case{"just enough for words", wide, {18, 24}, description},
+          Case{"words cut", wide, {17, 24}, {"57 degrees Celsi…"}}, Case{"one column", wide, {1, 24}, {"…"}},
+          Case{"no words", silent, {29, 24}, {""}}}) {
+        EXPECT_EQ(TerminalScreen::lines(shown, size, TerminalColor::avoided), lines) << name;
+    }
     EXPECT_EQ(TerminalScreen::lines(corner(), {80, 24}, TerminalColor::allowed),
               halfBlockLines(corner().bitmap, TerminalColor::allowed));
-}
-
-TEST(TerminalScreen, APictureMayFillTheWholeWidthAndAllRowsButTheCursors) {
-    EXPECT_EQ(TerminalScreen::lines(corner(), {3, 3}, TerminalColor::avoided), (Lines{"█ ▄", "  ▀"}));
-}
-
-TEST(TerminalScreen, ATerminalOfUnknownSizeGetsThePicture) {
-    EXPECT_EQ(TerminalScreen::lines(corner(), {}, TerminalColor::avoided), (Lines{"█ ▄", "  ▀"}));
-}
-
-TEST(TerminalScreen, ATerminalThatIsTooLowGetsTheDescription) {
-    EXPECT_EQ(TerminalScreen::lines(corner(), {80, 2}, TerminalColor::avoided), Lines{"57 degrees Celsius"});
-}
-
-TEST(TerminalScreen, ATerminalThatIsTooNarrowGetsAsMuchOfTheDescriptionAsFits) {
-    auto wide = image(30, 1, std::vector<Ink>(30, Ink::full));
-    EXPECT_EQ(TerminalScreen::lines(wide, {29, 24}, TerminalColor::avoided), Lines{"57 degrees Celsius"});
-    EXPECT_EQ(TerminalScreen::lines(wide, {18, 24}, TerminalColor::avoided), Lines{"57 degrees Celsius"});
-    EXPECT_EQ(TerminalScreen::lines(wide, {17, 24}, TerminalColor::avoided), Lines{"57 degrees Celsi…"});
-    EXPECT_EQ(TerminalScreen::lines(wide, {1, 24}, TerminalColor::avoided), Lines{"…"});
-    wide.description.reset();
-    EXPECT_EQ(TerminalScreen::lines(wide, {29, 24}, TerminalColor::avoided), Lines{""});
 }
 
 TEST(TerminalScreen, TheWidthOfALineLeavesOutEscapeSequences) {
@@ -118,18 +113,12 @@ TEST_F(TerminalRedrawTest, APictureAsWideAsTheTerminalKeepsItsLastColumn) {
     EXPECT_EQ(terminal.rowsAbove(), (Lines{"$ thermopix", full, full}));
 }
 
-TEST_F(TerminalRedrawTest, NothingOfAWrappedPictureStaysAfterTheTerminalBecameNarrower) {
+TEST_F(TerminalRedrawTest, NothingOfAWrappedPictureStaysInANarrowerTerminalAndItComesBackInAWiderOne) {
     show({"123456789012345", "abcdefghijklmno"});
     terminal.resize(7);
     ASSERT_EQ(terminal.rowsAbove(), (Lines{"$ therm", "opix", "1234567", "8901234", "5", "abcdefg", "hijklmn", "o"}));
     show({"57 deg…"}, 7);
     EXPECT_EQ(terminal.rowsAbove(), (Lines{"$ therm", "opix", "57 deg…"}));
-}
-
-TEST_F(TerminalRedrawTest, ThePictureComesBackWhenTheTerminalBecomesWiderAgain) {
-    show({"123456789012345", "abcdefghijklmno"});
-    terminal.resize(7);
-    show({"57 deg…"}, 7);
     terminal.resize(20);
     show({"123456789012345", "abcdefghijklmno"}, 20);
     EXPECT_EQ(terminal.rowsAbove(), (Lines{"$ thermopix", "123456789012345", "abcdefghijklmno"}));

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -127,19 +128,37 @@ std::optional<long> writesSoFar() {
 #endif
 }
 
+/// Two ends of a pipe or of a socket.
+struct Ends {
+    explicit Ends(const std::function<int(int*)>& make) {
+        std::array<int, 2> both{};
+        EXPECT_EQ(make(both.data()), 0);
+        reader = Descriptor(both[0]);
+        writer = Descriptor(both[1]);
+    }
+
+    Descriptor reader{-1};
+    Descriptor writer{-1};
+};
+
 class TerminalStatusBarTest : public testing::Test {
 protected:
-    GLibMainLoop loop;
-    int timesLost = 0;
-    std::function<void()> lost = [this] { ++timesLost; };
+    /// The item of a status bar that writes there.
+    std::unique_ptr<StatusItem> makeItem(const Descriptor& output, const EnvironmentVariables& variables = capable) {
+        bar.emplace(output.get(), variables, [this] { ++timesLost; });
+        return bar->makeStatusItem();
+    }
 
     static void SetUpTestSuite() { std::signal(SIGPIPE, SIG_IGN); }
+
+    GLibMainLoop loop;
+    int timesLost = 0;
+    PseudoTerminal terminal{80};
+    std::optional<TerminalStatusBar> bar;
 };
 
 TEST_F(TerminalStatusBarTest, TheReadoutIsDrawnInPlaceAndStaysWithTheCursorBelowIt) {
-    PseudoTerminal terminal(80);
-    TerminalStatusBar bar(terminal.program.get(), capable, lost);
-    auto item = bar.makeStatusItem();
+    auto item = makeItem(terminal.program);
     EXPECT_TRUE(item->hasButton());
     EXPECT_EQ(terminal.show(), "") << "Nothing before the first picture";
     item->setImage(image(57));
@@ -158,9 +177,7 @@ TEST_F(TerminalStatusBarTest, TheReadoutIsDrawnInPlaceAndStaysWithTheCursorBelow
 }
 
 TEST_F(TerminalStatusBarTest, ARedrawIsOneWriteThatLeavesTheCursorVisible) {
-    PseudoTerminal terminal(80);
-    TerminalStatusBar bar(terminal.program.get(), capable, lost);
-    auto item = bar.makeStatusItem();
+    const auto item = makeItem(terminal.program);
     const auto before = writesSoFar();
     item->setImage(image(57));
     if (before) {
@@ -173,9 +190,7 @@ TEST_F(TerminalStatusBarTest, ARedrawIsOneWriteThatLeavesTheCursorVisible) {
 
 TEST_F(TerminalStatusBarTest, ColourIsUsedUnlessItIsRefused) {
     const auto escapes = [this](const EnvironmentVariables& variables) {
-        PseudoTerminal terminal(80);
-        TerminalStatusBar bar(terminal.program.get(), variables, lost);
-        auto item = bar.makeStatusItem();
+        const auto item = makeItem(terminal.program, variables);
         item->setImage(image(57, PixelStyle::segment));
         return terminal.show().find('m') != std::string::npos;
     };
@@ -185,10 +200,8 @@ TEST_F(TerminalStatusBarTest, ColourIsUsedUnlessItIsRefused) {
 }
 
 TEST_F(TerminalStatusBarTest, AResizeIsFollowedAtOnceAndLeavesNoTraces) {
-    PseudoTerminal terminal(80);
     terminal.screen.feed("$ thermopix\r\n");
-    TerminalStatusBar bar(terminal.program.get(), capable, lost);
-    auto item = bar.makeStatusItem();
+    const auto item = makeItem(terminal.program);
     const auto resizeTo = [&](unsigned short columns, unsigned short rows) {
         terminal.resize(columns, rows);
         std::raise(SIGWINCH);
@@ -214,9 +227,7 @@ TEST_F(TerminalStatusBarTest, AResizeIsFollowedAtOnceAndLeavesNoTraces) {
 }
 
 TEST_F(TerminalStatusBarTest, AResizeBeforeTheFirstPictureDrawsNothing) {
-    PseudoTerminal terminal(80);
-    TerminalStatusBar bar(terminal.program.get(), capable, lost);
-    auto item = bar.makeStatusItem();
+    const auto item = makeItem(terminal.program);
     auto observer = observeUnixSignal(SIGWINCH, [this] { loop.quit(); });
     std::raise(SIGWINCH);
     loop.run();
@@ -225,21 +236,16 @@ TEST_F(TerminalStatusBarTest, AResizeBeforeTheFirstPictureDrawsNothing) {
 
 TEST_F(TerminalStatusBarTest, ATerminalWithoutAbilitiesGetsLines) {
     for (const auto& variables : {EnvironmentVariables{{"TERM", "dumb"}}, EnvironmentVariables{}}) {
-        PseudoTerminal terminal(80);
-        TerminalStatusBar bar(terminal.program.get(), variables, lost);
-        auto item = bar.makeStatusItem();
+        const auto item = makeItem(terminal.program, variables);
         item->setImage(image(57));
         EXPECT_EQ(terminal.show(), "57 degrees Celsius\r\n");
     }
 }
 
 TEST_F(TerminalStatusBarTest, APipeGetsOneLineForEachChangeOfTheDescriptionWrittenAtOnce) {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends.data()), 0);
-    const Descriptor reader(ends[0]);
-    const Descriptor writer(ends[1]);
-    TerminalStatusBar bar(writer.get(), capable, lost);
-    auto item = bar.makeStatusItem();
+    const Ends ends([](int* both) { return socketpair(AF_UNIX, SOCK_SEQPACKET, 0, both); });
+    const auto& reader = ends.reader;
+    const auto item = makeItem(ends.writer);
     EXPECT_TRUE(item->hasButton());
     item->setImage(image(57));
     EXPECT_EQ(readAvailable(reader), "57 degrees Celsius\n");
@@ -259,8 +265,7 @@ TEST_F(TerminalStatusBarTest, APipeGetsOneLineForEachChangeOfTheDescriptionWritt
 TEST_F(TerminalStatusBarTest, AReaderThatHasGoneIsReportedOnceAndNotWrittenToAgain) {
     const auto expectLoss = [this](Descriptor& reader, const Descriptor& writer) {
         timesLost = 0;
-        TerminalStatusBar bar(writer.get(), capable, lost);
-        auto item = bar.makeStatusItem();
+        const auto item = makeItem(writer);
         item->setImage(image(57));
         EXPECT_EQ(timesLost, 0);
         reader = Descriptor(-1);
@@ -271,28 +276,21 @@ TEST_F(TerminalStatusBarTest, AReaderThatHasGoneIsReportedOnceAndNotWrittenToAga
         EXPECT_EQ(writesSoFar(), writes);
         EXPECT_EQ(timesLost, 1);
     };
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe(ends.data()), 0);
-    Descriptor reader(ends[0]);
-    expectLoss(reader, Descriptor(ends[1]));
-    PseudoTerminal terminal(80);
+    Ends ends(pipe);
+    expectLoss(ends.reader, ends.writer);
     expectLoss(terminal.device, terminal.program);
 }
 
 TEST_F(TerminalStatusBarTest, ANonBlockingPipeThatIsFullLosesNothing) {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe2(ends.data(), O_NONBLOCK), 0);
-    const Descriptor reader(ends[0]);
-    const Descriptor writer(ends[1]);
-    const int capacity = fcntl(writer.get(), F_GETPIPE_SZ);
+    const Ends ends([](int* both) { return pipe2(both, O_NONBLOCK); });
+    const int capacity = fcntl(ends.writer.get(), F_GETPIPE_SZ);
     const std::string filling(static_cast<std::size_t>(capacity), '.');
-    ASSERT_EQ(::write(writer.get(), filling.data(), filling.size()), capacity);
-    TerminalStatusBar bar(writer.get(), capable, lost);
-    auto item = bar.makeStatusItem();
+    ASSERT_EQ(::write(ends.writer.get(), filling.data(), filling.size()), capacity);
+    const auto item = makeItem(ends.writer);
     std::string read;
     std::thread drain([&] {
         while (!read.ends_with('\n')) {
-            read += readAvailable(reader);
+            read += readAvailable(ends.reader);
         }
     });
     item->setImage(image(57));
