@@ -1,6 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <string>
+
+#include "platform/linux/sensors/NvmlLibrary.h"
+#include "platform/linux/sensors/RuntimePower.h"
+#include "platform/linux/sensors/SensorDevice.h"
 
 namespace thermopix {
 
@@ -11,6 +17,39 @@ public:
 
     /// Degrees Celsius now; none when the sensor fails, reports a fault, or its device sleeps.
     [[nodiscard]] virtual std::optional<double> read() = 0;
+};
+
+/// A temperature that the kernel publishes as a file. Costs one read, one more where the channel can report a fault,
+/// and one more where the device can sleep; a sleeping device is left alone.
+class SysfsChannel final : public SensorChannel {
+public:
+    SysfsChannel(FileAccess& access, const SensorDevice& device, const SensorDevice::Channel& channel);
+
+    /// Whether the file could be opened at all.
+    [[nodiscard]] bool isOpen() const { return input_.isOpen(); }
+
+    [[nodiscard]] std::optional<double> read() override;
+
+private:
+    SysfsFile input_;
+    SysfsFile fault_;
+    RuntimePower power_;
+};
+
+/// The die of a graphics card that only its vendor's library can read; a sleeping card is left alone, and each
+/// reading asks first, since the library would wake it.
+class NvmlChannel final : public SensorChannel {
+public:
+    NvmlChannel(FileAccess& access, const SensorDevice& card, std::shared_ptr<NvmlLibrary> library);
+    ~NvmlChannel() override;
+
+    [[nodiscard]] std::optional<double> read() override;
+
+private:
+    std::shared_ptr<NvmlLibrary> library_;
+    std::string pciAddress_;
+    RuntimePower power_;
+    NvmlLibrary::Use use_;
 };
 
 }  // namespace thermopix

@@ -1,12 +1,31 @@
 #include "platform/linux/sensors/SysfsFile.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <utility>
 
 namespace thermopix {
+
+int FileAccess::open(const std::string& path) {
+    return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+}
+
+ssize_t FileAccess::readFromStart(int descriptor, std::span<char> buffer) {
+    ssize_t count = 0;
+    do {
+        count = ::pread(descriptor, buffer.data(), buffer.size(), 0);
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+
+FileAccess& systemFileAccess() {
+    static FileAccess access;
+    return access;
+}
 
 SysfsFile::SysfsFile(FileAccess& access, const std::string& path) : access_(&access), descriptor_(access.open(path)) {}
 

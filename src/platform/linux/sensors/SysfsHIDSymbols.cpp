@@ -7,9 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/sensors/NvmlChannel.h"
+#include "platform/linux/sensors/SensorChannel.h"
 #include "platform/linux/sensors/SensorNames.h"
-#include "platform/linux/sensors/SysfsChannel.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
 namespace thermopix {

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/linux/sensors/FileAccess.h"
+#include "platform/linux/sensors/SysfsFile.h"
 #include "system/HIDSymbols.h"
 
 namespace thermopix {
