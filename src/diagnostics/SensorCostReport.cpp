@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "base/Unicode.h"
-#include "diagnostics/AnsweringStage.h"
 #include "diagnostics/SensorSections.h"
 #include "sensing/SensorSource.h"
 

@@ -5,11 +5,12 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <variant>
+#include <vector>
 
 #include "base/Unicode.h"
 #include "diagnostics/ReadCost.h"
 #include "diagnostics/SensorCostReport.h"
-#include "diagnostics/SensorDiagnosis.h"
 #include "diagnostics/SensorSections.h"
 #include "environment/AppInfo.h"
 #include "sensing/HIDTemperatureSensor.h"
@@ -42,12 +43,47 @@ void printStatus(const HIDTemperatureSensor& sensor, std::size_t readableCount, 
     output.line(headerLine("thermal:", title(pressure)));
 }
 
+using Lines = std::vector<std::string>;
+
+/// Why no sensor could be read, by the state of the backend.
+struct Explanation {
+    Lines operator()(const HIDTemperatureSensor::Ready& /*ready*/) const {
+        return {"Sensors resolved but every reading fell outside the plausible band",
+                "(1–150 °C). Please send this dump."};
+    }
+    Lines operator()(const HIDTemperatureSensor::SymbolsUnavailable& unavailable) const {
+        return {
+            fmt::format("This macOS no longer exports {}. The private IOKit interface the", unavailable.missing),
+            "app reads has changed — the app needs a new sensor backend.",
+        };
+    }
+    Lines operator()(const HIDTemperatureSensor::NoSensorsPublished& none) const {
+        if (none.servicesSeen == 0) {
+            return {
+                "This Mac publishes no thermal HID services at all. Expected on Intel",
+                "Macs (temperatures live behind AppleSMC there, not HID) and inside a",
+                "VM. On Apple silicon this is a bug — please send this dump.",
+            };
+        }
+        return {
+            fmt::format("{} thermal HID services exist but none carries a Product name.", none.servicesSeen),
+            "Please send this dump — the app matches sensors by name.",
+        };
+    }
+    Lines operator()(const HIDTemperatureSensor::ClientUnavailable& /*unavailable*/) const {
+        return {
+            "The HID event system refused to open a client. Expected inside a",
+            "sandbox; this build ships with no entitlements, so report this.",
+        };
+    }
+};
+
 void printDiagnosis(const HIDTemperatureSensor& sensor, StandardOutput& output) {
     output.line("");
     output.line("No thermal sensor could be read. The app falls back to the public");
     output.line("ProcessInfo.thermalState and shows `—°` in the menu bar.");
     output.line("");
-    for (const auto& line : sensorDiagnosis(sensor.availability())) {
+    for (const auto& line : std::visit(Explanation{}, sensor.availability())) {
         output.line(line);
     }
 }

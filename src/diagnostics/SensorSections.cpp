@@ -9,8 +9,6 @@
 
 #include "base/FunctionView.h"
 #include "base/Unicode.h"
-#include "diagnostics/AnsweringStage.h"
-#include "sensing/SensorSource.h"
 
 namespace thermopix {
 
@@ -55,6 +53,29 @@ bool belongsToAnySource(const SensorSample& sample) {
 }
 
 }  // namespace
+
+std::optional<AnsweringStage> answeringStage(SensorSource source, std::span<const SensorSample> samples) {
+    const auto stages = samplingStages(source);
+    for (std::size_t index = 0; index < stages.size(); ++index) {
+        const auto patterns = stages[index];
+        if (std::any_of(samples.begin(), samples.end(),
+                        [&](const auto& sample) { return matches(sample.name, patterns); })) {
+            return AnsweringStage{index, patterns};
+        }
+    }
+    return std::nullopt;
+}
+
+std::span<const NamePatterns> stagesRead(SensorSource source, std::span<const SensorSample> samples) {
+    const auto stages = samplingStages(source);
+    const auto answering = answeringStage(source, samples);
+    return answering ? stages.first(answering->index + 1) : stages;
+}
+
+bool matchesAnyStage(const SensorSample& sample, std::span<const NamePatterns> stages) {
+    return std::any_of(stages.begin(), stages.end(),
+                       [&](const auto& patterns) { return matches(sample.name, patterns); });
+}
 
 std::string sensorCountText(std::size_t count) {
     return fmt::format("{} sensor{}", count, count == 1 ? "" : "s");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "system/LoginItemManaging.h"
 
@@ -12,7 +13,13 @@ public:
     explicit FakeLoginItem(bool isEnabled) : enabled(isEnabled) {}
 
     [[nodiscard]] bool isEnabled() const override { return enabled; }
-    [[nodiscard]] std::optional<ServiceError> setEnabled(bool value) override;
+    [[nodiscard]] std::optional<ServiceError> setEnabled(bool value) override {
+        if (std::exchange(failNextWrite, false)) {
+            return ServiceError{"file write: no permission"};
+        }
+        enabled = value;
+        return std::nullopt;
+    }
 
     bool enabled;
     /// Makes the next write, and only that, fail for want of permission.

@@ -13,7 +13,6 @@
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/glib/GLibSignals.h"
-#include "platform/linux/windows/WindowExecutable.h"
 
 namespace thermopix {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -15,24 +16,11 @@ namespace thermopix {
 namespace {
 
 /// What firmware says when its maker has filled in nothing, in lower case.
-constexpr std::array<std::string_view, 18> fillers{"to be filled by o.e.m.",
-                                                   "default string",
-                                                   "system product name",
-                                                   "system manufacturer",
-                                                   "system version",
-                                                   "not applicable",
-                                                   "not specified",
-                                                   "not available",
-                                                   "none",
-                                                   "n/a",
-                                                   "unknown",
-                                                   "invalid",
-                                                   "empty",
-                                                   "oem",
-                                                   "o.e.m.",
-                                                   "product name",
-                                                   "0123456789",
-                                                   "type1productconfigid"};
+constexpr std::array<std::string_view, 18> fillers{
+    "to be filled by o.e.m.", "default string", "system product name", "system manufacturer", "system version",
+    "not applicable", "not specified", "not available", "none", "n/a", "unknown", "invalid", "empty", "oem", "o.e.m.",
+    "product name", "0123456789", "type1productconfigid",
+};
 
 struct HypervisorRow {
     /// The start of the firmware's maker or product.
@@ -216,6 +204,17 @@ std::string asText(const std::optional<std::string>& bytes) {
 }
 
 }  // namespace
+
+MachineFactFiles machineFactFiles(const std::filesystem::path& root) {
+    if ((root / "").lexically_normal() == "/sys/") {
+        std::error_code error;
+        const bool hasOwnRelease = std::filesystem::exists("/etc/os-release", error);
+        return {"/proc/cpuinfo", hasOwnRelease ? "/etc/os-release" : "/usr/lib/os-release",
+                "/proc/sys/kernel/osrelease"};
+    }
+    const auto captured = root / "capture";
+    return {captured / "cpuinfo", captured / "os-release", captured / "osrelease"};
+}
 
 LinuxSystemInformation::LinuxSystemInformation(std::filesystem::path root)
     : root_(std::move(root)), facts_(machineFactFiles(root_)) {}

@@ -5,10 +5,19 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/machine/MachineFactFiles.h"
 #include "system/SystemInformation.h"
 
 namespace thermopix {
+
+/// Where the facts are that sysfs does not hold: in `/proc` and `/etc` for the machine itself, below `capture` in a
+/// captured tree.
+struct MachineFactFiles {
+    std::filesystem::path processors;
+    std::filesystem::path release;
+    std::filesystem::path kernel;
+};
+
+[[nodiscard]] MachineFactFiles machineFactFiles(const std::filesystem::path& root);
 
 /// Facts from sysfs, `/proc` and `os-release`. Below another root than "/sys", a captured machine, what sysfs does not
 /// hold is read from `capture/cpuinfo`, `capture/os-release` and `capture/osrelease` below that root and never from

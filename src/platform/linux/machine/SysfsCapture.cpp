@@ -12,7 +12,7 @@
 #include <system_error>
 
 #include "base/Unicode.h"
-#include "platform/linux/machine/MachineFactFiles.h"
+#include "platform/linux/machine/LinuxSystemInformation.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
 namespace thermopix {

@@ -14,7 +14,7 @@
 
 #include "messages/MessageCodec.h"
 #include "messages/WindowProtocol.h"
-#include "platform/linux/windows/WindowExecutable.h"
+#include "platform/linux/files/CompanionProgram.h"
 
 namespace thermopix {
 
@@ -207,6 +207,18 @@ void WindowClient::report(std::string failure) {
         log_.diag(logCategory, failure);
     }
     ended_.tell(WindowProcessEnd{std::move(failure)});
+}
+
+std::optional<std::filesystem::path> windowExecutable(const std::filesystem::path& program,
+                                                      const EnvironmentVariables& variables) {
+    if (const auto chosen = variables.find("THERMOPIX_WINDOWS"); chosen != variables.end()) {
+        return isProgram(chosen->second) ? std::optional<std::filesystem::path>(chosen->second) : std::nullopt;
+    }
+    return companionProgram(program.parent_path(), WindowProtocol::executable);
+}
+
+bool hasDisplay(const EnvironmentVariables& variables) {
+    return !textOf(variables, "WAYLAND_DISPLAY").empty() || !textOf(variables, "DISPLAY").empty();
 }
 
 }  // namespace thermopix

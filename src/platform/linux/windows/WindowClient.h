@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -85,5 +86,13 @@ private:
     Observers<WindowEvent> events_;
     Observers<WindowProcessEnd> ended_;
 };
+
+/// The executable of the window process: the one that `THERMOPIX_WINDOWS` names, else the one that comes with
+/// `program`. None when there is no such program.
+[[nodiscard]] std::optional<std::filesystem::path> windowExecutable(const std::filesystem::path& program,
+                                                                    const EnvironmentVariables& variables);
+
+/// Whether there is a display for windows.
+[[nodiscard]] bool hasDisplay(const EnvironmentVariables& variables);
 
 }  // namespace thermopix

@@ -1,4 +1,4 @@
-#include "platform/linux/windows/WindowExecutable.h"
+#include "platform/linux/windows/WindowClient.h"
 
 #include <gtest/gtest.h>
 
