@@ -1,5 +1,6 @@
 #include "platform/linux/tray/DesktopColorWatch.h"
 
+#include <functional>
 #include <string_view>
 
 #include "platform/linux/bus/BusCall.h"
@@ -8,19 +9,26 @@
 namespace thermopix {
 namespace {
 
-/// The desktop portal's settings.
-constexpr const char* portalName = "org.freedesktop.portal.Desktop";
-constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
-constexpr const char* portalInterface = "org.freedesktop.portal.Settings";
-constexpr const char* appearance = "org.freedesktop.appearance";
-constexpr const char* colorScheme = "color-scheme";
+/// A setting of the desktop: where it is read, and the signal that tells its changes.
+struct Setting {
+    const char* busName;
+    const char* objectPath;
+    const char* interfaceName;
+    const char* getter;
+    const char* signal;
+    const char* group;
+    const char* name;
+};
 
-/// XFCE's settings.
-constexpr const char* xfconfName = "org.xfce.Xfconf";
-constexpr const char* xfconfPath = "/org/xfce/Xfconf";
-constexpr const char* xfconfInterface = "org.xfce.Xfconf";
-constexpr const char* panelChannel = "xfce4-panel";
-constexpr const char* darkMode = "/panels/dark-mode";
+constexpr Setting colorScheme{"org.freedesktop.portal.Desktop",
+                              "/org/freedesktop/portal/desktop",
+                              "org.freedesktop.portal.Settings",
+                              "Read",
+                              "SettingChanged",
+                              "org.freedesktop.appearance",
+                              "color-scheme"};
+constexpr Setting darkXfcePanel{"org.xfce.Xfconf", "/org/xfce/Xfconf", "org.xfce.Xfconf",  "GetProperty",
+                                "PropertyChanged", "xfce4-panel",      "/panels/dark-mode"};
 
 /// The last of the values that a tuple holds, out of all its wrappings.
 GVariantHandle lastValue(GVariant* tuple) {
@@ -33,14 +41,29 @@ GVariantHandle lastValue(GVariant* tuple) {
 }
 
 /// Whether the parameters of a signal name this setting and its value.
-bool names(GVariant* parameters, std::string_view place, std::string_view setting) {
+bool names(GVariant* parameters, const Setting& setting) {
     if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")) == FALSE) {
         return false;
     }
-    const char* first = nullptr;
-    const char* second = nullptr;
-    g_variant_get(parameters, "(&s&sv)", &first, &second, nullptr);
-    return place == first && setting == second;
+    const char* group = nullptr;
+    const char* name = nullptr;
+    g_variant_get(parameters, "(&s&sv)", &group, &name, nullptr);
+    return std::string_view(group) == setting.group && std::string_view(name) == setting.name;
+}
+
+/// Tells the setting's value as it is and at every change; null for none.
+std::array<Subscription, 2> observe(GDBusConnection* connection, const Setting& setting,
+                                    std::function<void(GVariant* value)> handler) {
+    return {observeSignal(connection,
+                          {setting.busName, setting.objectPath, setting.interfaceName, setting.signal, setting.group},
+                          [&setting, handler](GVariant* parameters) {
+                              if (names(parameters, setting)) {
+                                  handler(lastValue(parameters).get());
+                              }
+                          }),
+            callMethod(connection, {setting.busName, setting.objectPath, setting.interfaceName, setting.getter},
+                       g_variant_new("(ss)", setting.group, setting.name), "(v)",
+                       [handler](GVariant* reply) { handler(lastValue(reply).get()); })};
 }
 
 }  // namespace
@@ -50,39 +73,14 @@ void DesktopColorWatch::follow(TrayInkRule rule) {
         return;
     }
     rule_ = rule;
-    subscriptions_.clear();
+    xfcePanel_ = {};
+    colorScheme_ = {};
     if (rule == TrayInkRule::xfcePanel) {
-        followXfcePanel();
+        xfcePanel_ = observe(connection_, darkXfcePanel, [this](GVariant* value) { setXfcePanel(value); });
     }
     if (rule != TrayInkRule::light) {
-        followColorScheme();
+        colorScheme_ = observe(connection_, colorScheme, [this](GVariant* value) { setColorScheme(value); });
     }
-}
-
-void DesktopColorWatch::followColorScheme() {
-    subscriptions_.push_back(observeSignal(connection_,
-                                           {portalName, portalPath, portalInterface, "SettingChanged", appearance},
-                                           [this](GVariant* parameters) {
-                                               if (names(parameters, appearance, colorScheme)) {
-                                                   setColorScheme(lastValue(parameters).get());
-                                               }
-                                           }));
-    subscriptions_.push_back(callMethod(connection_, {portalName, portalPath, portalInterface, "Read"},
-                                        g_variant_new("(ss)", appearance, colorScheme), "(v)",
-                                        [this](GVariant* reply) { setColorScheme(lastValue(reply).get()); }));
-}
-
-void DesktopColorWatch::followXfcePanel() {
-    subscriptions_.push_back(observeSignal(connection_,
-                                           {xfconfName, xfconfPath, xfconfInterface, "PropertyChanged", panelChannel},
-                                           [this](GVariant* parameters) {
-                                               if (names(parameters, panelChannel, darkMode)) {
-                                                   setXfcePanel(lastValue(parameters).get());
-                                               }
-                                           }));
-    subscriptions_.push_back(callMethod(connection_, {xfconfName, xfconfPath, xfconfInterface, "GetProperty"},
-                                        g_variant_new("(ss)", panelChannel, darkMode), "(v)",
-                                        [this](GVariant* reply) { setXfcePanel(lastValue(reply).get()); }));
 }
 
 void DesktopColorWatch::setColorScheme(GVariant* value) {
@@ -92,6 +90,10 @@ void DesktopColorWatch::setColorScheme(GVariant* value) {
         const guint32 number = g_variant_get_uint32(value);
         colors.scheme = number == 1 ? ColorScheme::dark : number == 2 ? ColorScheme::light : ColorScheme::noPreference;
     }
+    setColors(colors);
+}
+
+void DesktopColorWatch::setColors(const DesktopColors& colors) {
     if (colors != colors_.value()) {
         colors_.send(colors);
     }
@@ -103,9 +105,7 @@ void DesktopColorWatch::setXfcePanel(GVariant* value) {
     if (value != nullptr && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != FALSE) {
         colors.hasDarkXfcePanel = g_variant_get_boolean(value) != FALSE;
     }
-    if (colors != colors_.value()) {
-        colors_.send(colors);
-    }
+    setColors(colors);
 }
 
 }  // namespace thermopix

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vector>
+#include <array>
 
 #include "base/Published.h"
 #include "platform/linux/glib/GLibHandles.h"
@@ -20,14 +20,14 @@ public:
     [[nodiscard]] Published<DesktopColors>& colors() { return colors_; }
 
 private:
-    void followColorScheme();
-    void followXfcePanel();
     void setColorScheme(GVariant* value);
     void setXfcePanel(GVariant* value);
+    void setColors(const DesktopColors& colors);
 
     GDBusConnection* connection_;
     Published<DesktopColors> colors_{DesktopColors{}};
-    std::vector<Subscription> subscriptions_;
+    std::array<Subscription, 2> xfcePanel_;
+    std::array<Subscription, 2> colorScheme_;
     TrayInkRule rule_ = TrayInkRule::light;
 };
 

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/linux/tray/DesktopConfiguration.h"
-#include "platform/linux/tray/TrayStatusItem.h"
 
 namespace thermopix {
 namespace {

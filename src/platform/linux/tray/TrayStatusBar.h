@@ -7,10 +7,7 @@
 #include "base/Published.h"
 #include "platform/linux/tray/DesktopColorWatch.h"
 #include "platform/linux/tray/TrayHostWatch.h"
-#include "platform/linux/tray/TrayOptions.h"
-#include "platform/linux/tray/TrayPresentation.h"
-#include "shell/StatusItem.h"
-#include "system/DiagnosticLog.h"
+#include "platform/linux/tray/TrayStatusItem.h"
 #include "tray/TrayChoices.h"
 
 namespace thermopix {

@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 #include "base/Unicode.h"
@@ -68,70 +66,27 @@ GDBusInterfaceInfo* interfaceInfo(TrayClick click) {
     return (click == TrayClick::activates ? activates : opensMenu)->interfaces[0];
 }
 
-GVariant* noPictures() {
-    return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
-}
+constexpr const char* propertyValues = R"({
+'Category': <'Hardware'>,
+'Id': <%s>,
+'Title': <%s>,
+'Status': <'Active'>,
+'WindowId': <0>,
+'Menu': <%o>,
+'ItemIsMenu': <true>,
+'IconName': <''>,
+'IconThemePath': <''>,
+'IconPixmap': <%@a(iiay)>,
+'IconAccessibleDesc': <%s>,
+'OverlayIconName': <''>,
+'OverlayIconPixmap': <@a(iiay) []>,
+'AttentionIconName': <''>,
+'AttentionIconPixmap': <@a(iiay) []>,
+'AttentionMovieName': <''>,
+'AttentionAccessibleDesc': <''>,
+'ToolTip': <('', @a(iiay) [], %s, '')>})";
 
 }  // namespace
-
-/// What the item answers for each property, as new values.
-struct TrayStatusItem::Properties {
-    using Value = GVariant* (*)(const TrayStatusItem& item);
-    struct Row {
-        std::string_view name;
-        Value value;
-    };
-
-    static GVariant* emptyText(const TrayStatusItem& /*item*/) { return g_variant_new_string(""); }
-    static GVariant* emptyPictures(const TrayStatusItem& /*item*/) { return noPictures(); }
-    static GVariant* category(const TrayStatusItem& /*item*/) { return g_variant_new_string("Hardware"); }
-    static GVariant* status(const TrayStatusItem& /*item*/) { return g_variant_new_string("Active"); }
-    static GVariant* noWindow(const TrayStatusItem& /*item*/) { return g_variant_new_int32(0); }
-    static GVariant* itemIsMenu(const TrayStatusItem& /*item*/) { return g_variant_new_boolean(TRUE); }
-    static GVariant* id(const TrayStatusItem& item) { return g_variant_new_string(item.options_.id.c_str()); }
-    static GVariant* title(const TrayStatusItem& item) { return g_variant_new_string(item.title_.c_str()); }
-    static GVariant* menu(const TrayStatusItem& item) { return g_variant_new_object_path(item.menuPath().c_str()); }
-    static GVariant* pictures(const TrayStatusItem& item) {
-        return item.pictures_ == nullptr ? noPictures() : g_variant_ref(item.pictures_.get());
-    }
-    /// Trays read markup in tool tips.
-    static GVariant* toolTip(const TrayStatusItem& item) {
-        const GStringHandle escaped(g_markup_escape_text(item.title_.c_str(), -1));
-        return g_variant_new("(s@a(iiay)ss)", "", noPictures(), escaped.get(), "");
-    }
-
-    static constexpr std::array table{
-        Row{"Category", &category},
-        Row{"Id", &id},
-        Row{"Title", &title},
-        Row{"Status", &status},
-        Row{"WindowId", &noWindow},
-        Row{"Menu", &menu},
-        Row{"ItemIsMenu", &itemIsMenu},
-        Row{"IconName", &emptyText},
-        Row{"IconThemePath", &emptyText},
-        Row{"IconPixmap", &pictures},
-        Row{"IconAccessibleDesc", &title},
-        Row{"OverlayIconName", &emptyText},
-        Row{"OverlayIconPixmap", &emptyPictures},
-        Row{"AttentionIconName", &emptyText},
-        Row{"AttentionIconPixmap", &emptyPictures},
-        Row{"AttentionMovieName", &emptyText},
-        Row{"AttentionAccessibleDesc", &emptyText},
-        Row{"ToolTip", &toolTip},
-    };
-
-    static GVariant* get(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* name, GError** error,
-                         gpointer item) {
-        const auto* row =
-            std::find_if(table.begin(), table.end(), [name](const Row& candidate) { return candidate.name == name; });
-        if (row == table.end()) {
-            g_set_error(error, G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_PROPERTY, "No such property: %s", name);
-            return nullptr;
-        }
-        return row->value(*static_cast<const TrayStatusItem*>(item));
-    }
-};
 
 TrayStatusItem::TrayStatusItem(GDBusConnection* connection, const TrayOptions& options, std::int32_t number,
                                Published<std::optional<TrayPresentation>>& presentation, DiagnosticLog& log)
@@ -197,7 +152,9 @@ void TrayStatusItem::exportObject(const TrayHost& host) {
             static_cast<const TrayStatusItem*>(item)->called(method, parameters);
             g_dbus_method_invocation_return_value(invocation, nullptr);
         },
-        &Properties::get,
+        [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* name, GError**, gpointer item) {
+            return g_variant_lookup_value(static_cast<const TrayStatusItem*>(item)->properties().get(), name, nullptr);
+        },
         nullptr,
         {}};
     GErrorSlot error;
@@ -283,12 +240,17 @@ void TrayStatusItem::called(std::string_view method, GVariant* parameters) const
     }
 }
 
-std::string TrayStatusItem::numbered(std::string_view path) const {
-    return number_ == 1 ? std::string(path) : fmt::format("{}/{}", path, number_);
+GVariantHandle TrayStatusItem::properties() const {
+    GVariant* pictures = pictures_ ? pictures_.get() : g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
+    const std::string menu = menu_ ? numbered(itemMenuPath) : std::string(noMenuPath);
+    // Trays read markup in tool tips.
+    const GStringHandle toolTip(g_markup_escape_text(title_.c_str(), -1));
+    return GVariantHandle(g_variant_ref_sink(g_variant_new_parsed(
+        propertyValues, options_.id.c_str(), title_.c_str(), menu.c_str(), pictures, title_.c_str(), toolTip.get())));
 }
 
-std::string TrayStatusItem::menuPath() const {
-    return menu_ == nullptr ? std::string(noMenuPath) : numbered(itemMenuPath);
+std::string TrayStatusItem::numbered(std::string_view path) const {
+    return number_ == 1 ? std::string(path) : fmt::format("{}/{}", path, number_);
 }
 
 }  // namespace thermopix

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,13 +12,36 @@
 #include "platform/linux/bus/BusNotice.h"
 #include "platform/linux/glib/GLibHandles.h"
 #include "platform/linux/tray/TrayMenuExport.h"
-#include "platform/linux/tray/TrayOptions.h"
 #include "platform/linux/tray/TrayPictureCache.h"
-#include "platform/linux/tray/TrayPresentation.h"
 #include "shell/StatusItem.h"
 #include "system/DiagnosticLog.h"
+#include "tray/TrayHost.h"
+#include "tray/TrayInk.h"
 
 namespace thermopix {
+
+struct TrayOptions {
+    /// What the tray knows the item by, and its title until there is a reading.
+    std::string id = "thermopix";
+    std::string title = "Thermopix";
+    /// Where `desktop.conf` is.
+    std::filesystem::path settingsFolder;
+    std::filesystem::path processRoot = "/proc";
+    /// Shows the menu at a place on the screen, for trays that cannot show it themselves. Without it, a log line.
+    std::function<void(std::int32_t x, std::int32_t y)> showPopup;
+    /// Takes the token with which the next window may come to the front.
+    std::function<void(std::string_view token)> useActivationToken;
+};
+
+/// Where and how status items are shown at present.
+struct TrayPresentation {
+    /// The unique bus name of the watcher.
+    std::string watcher;
+    TrayHost host;
+    TrayInk ink;
+
+    friend bool operator==(const TrayPresentation&, const TrayPresentation&) = default;
+};
 
 /// One org.kde.StatusNotifierItem. It makes itself known to each watcher once there is a picture, and says what has
 /// changed and nothing more. Main thread.
@@ -34,8 +59,6 @@ public:
     void setMenu(MenuSource& menu) override;
 
 private:
-    struct Properties;
-
     void update();
     void exportObject(const TrayHost& host);
     void unexportObject();
@@ -44,8 +67,9 @@ private:
     void showTitle();
     void emit(const char* signal);
     void called(std::string_view method, GVariant* parameters) const;
+    /// What the item answers for each property, by name.
+    [[nodiscard]] GVariantHandle properties() const;
     [[nodiscard]] std::string numbered(std::string_view path) const;
-    [[nodiscard]] std::string menuPath() const;
 
     GDBusConnection* connection_;
     const TrayOptions& options_;
