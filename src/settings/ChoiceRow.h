@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "pixels/Appearance.h"
+#include "sensing/Display.h"
 #include "shell/ViewNode.h"
 
 namespace thermopix {
@@ -16,6 +18,26 @@ struct ChoiceRow {
     std::string_view title;
     std::string_view subtitle;
     bool isSelected = false;
+
+    [[nodiscard]] ViewNode node() const;
+};
+
+/// One pet as a choice, shown by its four moods with the present one highlighted.
+struct PetRow {
+    PixelPet pet = PixelPet::none;
+    Display display;
+    /// Of the readout as it is.
+    Appearance appearance;
+
+    [[nodiscard]] ViewNode node() const;
+};
+
+/// One pixel style as a choice, shown by the readout drawn in it.
+struct StyleRow {
+    PixelStyle style = PixelStyle::arcade;
+    Display display;
+    /// Of the readout as it is.
+    Appearance appearance;
 
     [[nodiscard]] ViewNode node() const;
 };

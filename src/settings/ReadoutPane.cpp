@@ -7,12 +7,11 @@
 
 #include "sensing/PetMood.h"
 #include "settings/CasePicker.h"
+#include "settings/ChoiceRow.h"
 #include "settings/Identifiers.h"
 #include "settings/Panes.h"
-#include "settings/PetRow.h"
 #include "settings/Section.h"
 #include "settings/StatusBarPreview.h"
-#include "settings/StyleRow.h"
 #include "settings/Toggles.h"
 #include "settings/ViewBuilding.h"
 

@@ -7,7 +7,7 @@
 
 #include "fakes/FakePlatform.h"
 #include "fakes/Golden.h"
-#include "settings/PetRow.h"
+#include "settings/ChoiceRow.h"
 #include "settings/SettingsSidebar.h"
 #include "settings/StatusBarPreview.h"
 #include "settings/ViewOutline.h"
