@@ -75,24 +75,15 @@ bool startsProgram(GKeyFile* entry, const std::string& program) {
 }
 
 bool isActiveEntry(GKeyFile* entry, const AutostartLoginItem::Places& places) {
-    if (isTrue(entry, G_KEY_FILE_DESKTOP_KEY_HIDDEN)) {
-        return false;
-    }
-    if (hasKey(entry, gnomeEnabledKey) && !isTrue(entry, gnomeEnabledKey)) {
-        return false;
-    }
-    if (hasKey(entry, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN) &&
-        !names(entry, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN, places.currentDesktops)) {
-        return false;
-    }
-    if (names(entry, G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN, places.currentDesktops)) {
-        return false;
-    }
+    const bool isSwitchedOff = isTrue(entry, G_KEY_FILE_DESKTOP_KEY_HIDDEN) ||
+                               (hasKey(entry, gnomeEnabledKey) && !isTrue(entry, gnomeEnabledKey));
+    const bool isForOthers = (hasKey(entry, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN) &&
+                              !names(entry, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN, places.currentDesktops)) ||
+                             names(entry, G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN, places.currentDesktops);
     const GStringHandle required(g_key_file_get_string(entry, group, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, nullptr));
-    if (required && !isProgramFound(required.get())) {
-        return false;
-    }
-    return startsProgram(entry, places.program) && isProgramFound(firstWordOfCommand(entry));
+    const bool isInstalled = !required || isProgramFound(required.get());
+    return !isSwitchedOff && !isForOthers && isInstalled && startsProgram(entry, places.program) &&
+           isProgramFound(firstWordOfCommand(entry));
 }
 
 // An argument of an Exec key: in double quotes, with the characters escaped that are special there, and once more

@@ -1,5 +1,6 @@
 #include "platform/linux/application/LinuxApplication.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <string>
@@ -36,9 +37,7 @@ const std::string& busName() {
 
 std::string objectPath() {
     std::string path = "/" + busName();
-    for (auto& character : path) {
-        character = character == '.' ? '/' : character;
-    }
+    std::replace(path.begin(), path.end(), '.', '/');
     return path;
 }
 
@@ -153,21 +152,9 @@ void LinuxApplication::activateOtherRunningInstance() {
     }
 }
 
-void LinuxApplication::terminate() {
-    mainLoop_.quit();
-}
-
-void LinuxApplication::activateIgnoringOtherApps() {
-    windows_.activate();
-}
-
 void LinuxApplication::setActivationPolicy(ActivationPolicy policy) {
     policy_ = policy;
     windows_.setActivationPolicy(policy);
-}
-
-void LinuxApplication::showAboutPanel(const AboutPanelContent& content) {
-    windows_.showAboutPanel(content);
 }
 
 void LinuxApplication::perform(MenuAction action) {

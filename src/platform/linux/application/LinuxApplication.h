@@ -38,12 +38,12 @@ public:
     /// Takes the bus name if it is free; a run that never asks owns no name.
     [[nodiscard]] bool hasOtherRunningInstance() override;
     void activateOtherRunningInstance() override;
-    void terminate() override;
-    void activateIgnoringOtherApps() override;
+    void terminate() override { mainLoop_.quit(); }
+    void activateIgnoringOtherApps() override { windows_.activate(); }
     [[nodiscard]] ActivationPolicy activationPolicy() const override { return policy_; }
     void setActivationPolicy(ActivationPolicy policy) override;
     void setMainMenu(const Menu& menu) override { windows_.setMainMenu(menu); }
-    void showAboutPanel(const AboutPanelContent& content) override;
+    void showAboutPanel(const AboutPanelContent& content) override { windows_.showAboutPanel(content); }
 
 private:
     void exportObject();

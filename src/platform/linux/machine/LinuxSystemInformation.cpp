@@ -16,11 +16,24 @@ namespace thermopix {
 namespace {
 
 /// What firmware says when its maker has filled in nothing, in lower case.
-constexpr std::array<std::string_view, 18> fillers{
-    "to be filled by o.e.m.", "default string", "system product name", "system manufacturer", "system version",
-    "not applicable", "not specified", "not available", "none", "n/a", "unknown", "invalid", "empty", "oem", "o.e.m.",
-    "product name", "0123456789", "type1productconfigid",
-};
+constexpr std::array<std::string_view, 18> fillers{"to be filled by o.e.m.",
+                                                   "default string",
+                                                   "system product name",
+                                                   "system manufacturer",
+                                                   "system version",
+                                                   "not applicable",
+                                                   "not specified",
+                                                   "not available",
+                                                   "none",
+                                                   "n/a",
+                                                   "unknown",
+                                                   "invalid",
+                                                   "empty",
+                                                   "oem",
+                                                   "o.e.m.",
+                                                   "product name",
+                                                   "0123456789",
+                                                   "type1productconfigid"};
 
 struct HypervisorRow {
     /// The start of the firmware's maker or product.

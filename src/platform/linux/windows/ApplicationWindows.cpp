@@ -21,14 +21,6 @@ void ApplicationWindows::setActivationPolicy(ActivationPolicy policy) {
     client_.send(SetActivationPolicy{policy});
 }
 
-void ApplicationWindows::showAboutPanel(const AboutPanelContent& content) {
-    client_.send(ShowAboutPanel{content});
-}
-
-void ApplicationWindows::useActivationToken(std::string token) {
-    activationToken_ = std::move(token);
-}
-
 void ApplicationWindows::activate() {
     if (client_.isRunning() && !activationToken_.empty()) {
         client_.send(UseActivationToken{std::exchange(activationToken_, {})});

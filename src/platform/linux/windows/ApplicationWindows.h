@@ -26,10 +26,10 @@ public:
 
     void setMainMenu(const Menu& menu);
     void setActivationPolicy(ActivationPolicy policy);
-    void showAboutPanel(const AboutPanelContent& content);
+    void showAboutPanel(const AboutPanelContent& content) { client_.send(ShowAboutPanel{content}); }
 
     /// The token of the user's latest wish to see the program; it is used once.
-    void useActivationToken(std::string token);
+    void useActivationToken(std::string token) { activationToken_ = std::move(token); }
     /// Lets the next window come to the front.
     void activate();
 

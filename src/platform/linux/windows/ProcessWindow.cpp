@@ -26,14 +26,6 @@ void ProcessWindow::show() {
     }
 }
 
-void ProcessWindow::makeKeyAndOrderFront() {
-    client_.send(OrderWindowFront{id_});
-}
-
-void ProcessWindow::setContent(const ViewNode& root) {
-    client_.send(SetWindowContent{id_, root});
-}
-
 void ProcessWindow::handle(const WindowEvent& event) {
     if (const auto* operated = std::get_if<ControlOperated>(&event); operated != nullptr && operated->window == id_) {
         eventObservers.tell(operated->event);

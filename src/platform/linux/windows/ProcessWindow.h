@@ -17,10 +17,10 @@ public:
     ProcessWindow& operator=(const ProcessWindow&) = delete;
 
     void show() override;
-    void makeKeyAndOrderFront() override;
+    void makeKeyAndOrderFront() override { client_.send(OrderWindowFront{id_}); }
     [[nodiscard]] bool isVisible() const override { return isVisible_; }
     [[nodiscard]] bool isMiniaturized() const override { return isMiniaturized_; }
-    void setContent(const ViewNode& root) override;
+    void setContent(const ViewNode& root) override { client_.send(SetWindowContent{id_, root}); }
 
 private:
     void handle(const WindowEvent& event);
