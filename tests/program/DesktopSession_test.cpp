@@ -6,24 +6,75 @@
 #include <vector>
 
 #include "environment/AppInfo.h"
+#include "fakes/TemporaryFolder.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestTrayHost.h"
 #include "program/Program.h"
-#include "program/ProgramHome.h"
 #include "tray/TrayPictures.h"
 
 namespace thermopix {
 namespace {
 
+// A bus of its own, which a test may kill.
+class PrivateBus {
+public:
+    PrivateBus() {
+        GErrorSlot error;
+        process_.reset(g_subprocess_new(G_SUBPROCESS_FLAGS_STDOUT_PIPE, error.out(), "dbus-daemon", "--session",
+                                        "--nofork", "--print-address", nullptr));
+        if (!process_) {
+            ADD_FAILURE() << error.message();
+            return;
+        }
+        const GObjectHandle<GDataInputStream> lines(
+            g_data_input_stream_new(g_subprocess_get_stdout_pipe(process_.get())));
+        const GStringHandle line(g_data_input_stream_read_line(lines.get(), nullptr, nullptr, nullptr));
+        address_ = line ? line.get() : "";
+    }
+    ~PrivateBus() { kill(); }
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+
+    [[nodiscard]] const std::string& address() const { return address_; }
+
+    [[nodiscard]] GObjectHandle<GDBusConnection> connect() const {
+        return GObjectHandle<GDBusConnection>(g_dbus_connection_new_for_address_sync(
+            address_.c_str(),
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr));
+    }
+
+    void kill() const {
+        if (process_) {
+            g_subprocess_force_exit(process_.get());
+            g_subprocess_wait(process_.get(), nullptr, nullptr);
+        }
+    }
+
+private:
+    GObjectHandle<GSubprocess> process_;
+    std::string address_;
+};
+
 class DesktopSessionTest : public testing::Test {
 protected:
+    DesktopSessionTest() { heat(57); }
+
+    // The machine has one processor sensor.
+    void heat(int celsius) const {
+        home.write("sys/class/hwmon/hwmon0/name", "coretemp\n");
+        home.write("sys/class/hwmon/hwmon0/temp1_label", "Package id 0\n");
+        home.write("sys/class/hwmon/hwmon0/temp1_input", std::to_string(celsius) + "000\n");
+    }
+
     [[nodiscard]] Program::Environment session() const {
         return {{"HOME", home.path().string()},
                 {"THERMOPIX_SYSFS_ROOT", (home.path() / "sys").string()},
                 {"DBUS_SESSION_BUS_ADDRESS", g_getenv("DBUS_SESSION_BUS_ADDRESS")},
-                {"DBUS_SYSTEM_BUS_ADDRESS", g_getenv("DBUS_SESSION_BUS_ADDRESS")}};
+                {"DBUS_SYSTEM_BUS_ADDRESS", systemBus.address()}};
     }
 
     [[nodiscard]] std::unique_ptr<Program> start(const std::vector<std::string>& arguments = {}) const {
@@ -56,14 +107,29 @@ protected:
         return came;
     }
 
+    [[nodiscard]] static bool ends(Program& program) {
+        return runUntil([&] { return program.hasEnded(); });
+    }
+
     static void expectCleanEnd(Program& program) {
-        EXPECT_TRUE(runUntil([&] { return program.hasEnded(); }));
+        EXPECT_TRUE(ends(program));
         EXPECT_EQ(program.finish().status, 0);
     }
 
-    void choose(const std::string& label) const { host->click(host->entry(label).id); }
+    [[nodiscard]] TestMenuEntry entry(const std::string& label) const {
+        for (const auto& child : host->menu().children) {
+            if (child.property("label") == "'" + label + "'") {
+                return child;
+            }
+        }
+        ADD_FAILURE() << "no menu entry " << label;
+        return {};
+    }
 
-    ProgramHome home;
+    void choose(const std::string& label) const { host->click(entry(label).id); }
+
+    TemporaryFolder home;
+    PrivateBus systemBus;
     std::unique_ptr<TestTrayHost> host = std::make_unique<TestTrayHost>();
 };
 
@@ -98,9 +164,9 @@ TEST_F(DesktopSessionTest, OffersTheWholeMenu) {
     host->aboutToShowMenu();
     EXPECT_EQ(host->menu().children.size(), 25U);
     EXPECT_EQ(host->menu().children[0].property("label"), "'Comfy — 57°C'");
-    EXPECT_EQ(host->entry("Cat").property("toggle-state"), "1");
-    EXPECT_EQ(host->entry("Ghost").property("toggle-state"), "0");
-    EXPECT_EQ(host->entry("CPU · hottest of 1 sensor · thermal state nominal").property("enabled"), "false");
+    EXPECT_EQ(entry("Cat").property("toggle-state"), "1");
+    EXPECT_EQ(entry("Ghost").property("toggle-state"), "0");
+    EXPECT_EQ(entry("CPU · hottest of 1 sensor · thermal state nominal").property("enabled"), "false");
 }
 
 TEST_F(DesktopSessionTest, KeepsWhatIsChosenInTheMenuOverARestart) {
@@ -121,8 +187,8 @@ TEST_F(DesktopSessionTest, KeepsWhatIsChosenInTheMenuOverARestart) {
     ASSERT_TRUE(host->waitForRegistration(2));
     EXPECT_TRUE(waitForTitle("135 degrees Fahrenheit"));
     host->aboutToShowMenu();
-    EXPECT_EQ(host->entry("Fahrenheit").property("toggle-state"), "1");
-    EXPECT_EQ(host->entry("Segment").property("toggle-state"), "1");
+    EXPECT_EQ(entry("Fahrenheit").property("toggle-state"), "1");
+    EXPECT_EQ(entry("Segment").property("toggle-state"), "1");
 }
 
 TEST_F(DesktopSessionTest, AppearsWhenTheTrayComesLate) {
@@ -135,6 +201,17 @@ TEST_F(DesktopSessionTest, AppearsWhenTheTrayComesLate) {
     host = std::make_unique<TestTrayHost>();
     ASSERT_TRUE(host->waitForRegistration());
     EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+}
+
+TEST_F(DesktopSessionTest, ComesBackAfterTheTrayRestarted) {
+    const auto program = start();
+    ASSERT_TRUE(host->waitForRegistration());
+    for (int restart = 0; restart < 3; ++restart) {
+        host.reset();
+        host = std::make_unique<TestTrayHost>();
+        ASSERT_TRUE(host->waitForRegistration());
+        EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+    }
 }
 
 TEST_F(DesktopSessionTest, EndsASecondStartAfterWakingTheFirst) {
@@ -161,7 +238,7 @@ TEST_F(DesktopSessionTest, RunsBesideANormalInstanceInInterfaceTests) {
 }
 
 TEST_F(DesktopSessionTest, ShowsAFreshReadingAfterSleep) {
-    const auto system = TestBus::instance().connect();
+    const auto system = systemBus.connect();
     takeName(system.get(), "org.freedesktop.login1");
     const auto prepareForSleep = [&](bool isGoing) {
         g_dbus_connection_emit_signal(system.get(), nullptr, "/org/freedesktop/login1",
@@ -171,7 +248,7 @@ TEST_F(DesktopSessionTest, ShowsAFreshReadingAfterSleep) {
     };
     const auto program = startShown();
     prepareForSleep(true);
-    home.heat(31);
+    heat(31);
     prepareForSleep(false);
     // Blended with the reading before sleep the first one would be higher.
     EXPECT_TRUE(runUntil([&] { return title() != "57 degrees Celsius, comfy"; }));
@@ -186,12 +263,14 @@ TEST_F(DesktopSessionTest, SurvivesHostileCalls) {
         character = character == '.' ? '/' : character;
     }
     const auto hostile = TestBus::instance().connect();
-    const auto call = [&](const char* method, GVariant* parameters) {
-        return callFrom(hostile.get(), name, path, "org.freedesktop.Application", method, parameters).error;
-    };
-    EXPECT_NE(call("Activate", g_variant_new("(s)", "x")), "");
-    EXPECT_NE(call("Explode", nullptr), "");
-    EXPECT_EQ(call("ActivateAction", g_variant_new("(sava{sv})", "nonsense", nullptr, nullptr)), "");
+    EXPECT_NE(
+        callFrom(hostile.get(), name, path, "org.freedesktop.Application", "Activate", g_variant_new("(s)", "x")).error,
+        "");
+    EXPECT_NE(callFrom(hostile.get(), name, path, "org.freedesktop.Application", "Explode", nullptr).error, "");
+    EXPECT_EQ(callFrom(hostile.get(), name, path, "org.freedesktop.Application", "ActivateAction",
+                       g_variant_new("(sava{sv})", "nonsense", nullptr, nullptr))
+                  .error,
+              "");
     static_cast<void>(host->callItem("ContextMenu", g_variant_new("(ss)", "a", "b")));
     static_cast<void>(host->callItem("Scroll", g_variant_new("(is)", 1000000, "sideways")));
     static_cast<void>(host->callMenu("Event", g_variant_new("(isvu)", -7, "clicked", g_variant_new_string("x"), 0U)));
@@ -216,15 +295,13 @@ TEST_F(DesktopSessionTest, LeavesTheTrayWhenToldToEnd) {
 }
 
 TEST_F(DesktopSessionTest, EndsInGoodOrderWhenTheBusIsLost) {
+    PrivateBus sessionBus;
     auto variables = session();
-    const GObjectHandle<GTestDBus> bus(g_test_dbus_new(G_TEST_DBUS_NONE));
-    g_test_dbus_up(bus.get());
-    g_setenv("DBUS_SESSION_BUS_ADDRESS", variables["DBUS_SESSION_BUS_ADDRESS"].c_str(), TRUE);
-    variables["DBUS_SESSION_BUS_ADDRESS"] = g_test_dbus_get_bus_address(bus.get());
+    variables["DBUS_SESSION_BUS_ADDRESS"] = sessionBus.address();
     variables["DISPLAY"] = ":no-such-display";
     Program program({}, variables);
     ASSERT_TRUE(program.waitForErrors("waiting for one"));
-    g_test_dbus_stop(bus.get());
+    sessionBus.kill();
     const auto result = program.finish();
     EXPECT_EQ(result.status, 0);
     EXPECT_NE(result.errors.find("[Thermopix/desktop] the session bus is gone; ending\n"), std::string::npos)

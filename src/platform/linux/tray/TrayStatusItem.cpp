@@ -121,6 +121,7 @@ void TrayStatusItem::setImage(const StatusItemImage& image) {
 
 void TrayStatusItem::setMenu(MenuSource& menu) {
     menu_.reset();
+    properties_.reset();
     menu_ = std::make_unique<TrayMenuExport>(connection_, numbered(itemMenuPath), menu, [this] { update(); });
 }
 
@@ -153,7 +154,7 @@ void TrayStatusItem::exportObject(const TrayHost& host) {
             g_dbus_method_invocation_return_value(invocation, nullptr);
         },
         [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* name, GError**, gpointer item) {
-            return g_variant_lookup_value(static_cast<const TrayStatusItem*>(item)->properties().get(), name, nullptr);
+            return g_variant_lookup_value(static_cast<TrayStatusItem*>(item)->properties(), name, nullptr);
         },
         nullptr,
         {}};
@@ -204,6 +205,7 @@ void TrayStatusItem::showPictures() {
         return;
     }
     pictures_ = std::move(pictures);
+    properties_.reset();
     emit("NewIcon");
 }
 
@@ -216,6 +218,7 @@ void TrayStatusItem::showTitle() {
         return;
     }
     title_ = std::move(title);
+    properties_.reset();
     emit("NewTitle");
     emit("NewToolTip");
 }
@@ -240,13 +243,17 @@ void TrayStatusItem::called(std::string_view method, GVariant* parameters) const
     }
 }
 
-GVariantHandle TrayStatusItem::properties() const {
+GVariant* TrayStatusItem::properties() {
+    if (properties_) {
+        return properties_.get();
+    }
     GVariant* pictures = pictures_ ? pictures_.get() : g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
     const std::string menu = menu_ ? numbered(itemMenuPath) : std::string(noMenuPath);
     // Trays read markup in tool tips.
     const GStringHandle toolTip(g_markup_escape_text(title_.c_str(), -1));
-    return GVariantHandle(g_variant_ref_sink(g_variant_new_parsed(
-        propertyValues, options_.id.c_str(), title_.c_str(), menu.c_str(), pictures, title_.c_str(), toolTip.get())));
+    properties_.reset(g_variant_ref_sink(g_variant_new_parsed(propertyValues, options_.id.c_str(), title_.c_str(),
+                                                              menu.c_str(), pictures, title_.c_str(), toolTip.get())));
+    return properties_.get();
 }
 
 std::string TrayStatusItem::numbered(std::string_view path) const {

@@ -68,7 +68,7 @@ private:
     void emit(const char* signal);
     void called(std::string_view method, GVariant* parameters) const;
     /// What the item answers for each property, by name.
-    [[nodiscard]] GVariantHandle properties() const;
+    [[nodiscard]] GVariant* properties();
     [[nodiscard]] std::string numbered(std::string_view path) const;
 
     GDBusConnection* connection_;
@@ -81,6 +81,8 @@ private:
     std::string title_;
     TrayPictureCache cache_;
     GVariantHandle pictures_;
+    /// What the item answers, all properties by name; empty since the last change.
+    GVariantHandle properties_;
     std::unique_ptr<TrayMenuExport> menu_;
 
     std::optional<TrayPresentation> presentation_;
