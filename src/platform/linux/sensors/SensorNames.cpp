@@ -53,7 +53,7 @@ const FamilyRow& rowOf(SensorFamily family) {
 /// Of a word of ASCII.
 std::size_t findIgnoringCase(std::string_view text, std::string_view word) {
     const auto isSame = [](char a, char b) { return lowercasedAscii(a) == lowercasedAscii(b); };
-    const auto found = std::search(text.begin(), text.end(), word.begin(), word.end(), isSame);
+    const auto* const found = std::search(text.begin(), text.end(), word.begin(), word.end(), isSame);
     return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 

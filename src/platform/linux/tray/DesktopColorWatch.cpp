@@ -53,7 +53,7 @@ bool names(GVariant* parameters, const Setting& setting) {
 
 /// Tells the setting's value as it is and at every change; null for none.
 std::array<Subscription, 2> observe(GDBusConnection* connection, const Setting& setting,
-                                    std::function<void(GVariant* value)> handler) {
+                                    const std::function<void(GVariant* value)>& handler) {
     return {observeSignal(connection,
                           {setting.busName, setting.objectPath, setting.interfaceName, setting.signal, setting.group},
                           [&setting, handler](GVariant* parameters) {
