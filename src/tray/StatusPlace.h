@@ -35,4 +35,9 @@ struct StatusPlaces {
 /// tray, however late that comes.
 [[nodiscard]] StatusPlaces statusPlaces(const StatusPlaceOffer& offer);
 
+/// What a choice means for a readout that stands on a desktop already: it does not move to a terminal.
+[[nodiscard]] constexpr TrayPlace choiceOnDesktop(TrayPlace choice) {
+    return choice == TrayPlace::terminal ? TrayPlace::automatic : choice;
+}
+
 }  // namespace thermopix

@@ -40,5 +40,10 @@ TEST(StatusPlaces, FollowTheRequestTheChoiceAndWhatTheSessionHas) {
     }
 }
 
+TEST(StatusPlaces, KeepAReadoutThatIsOnADesktopFromMovingToATerminal) {
+    EXPECT_EQ(choiceOnDesktop(TrayPlace::terminal), TrayPlace::automatic);
+    EXPECT_EQ(choiceOnDesktop(TrayPlace::strip), TrayPlace::strip);
+}
+
 }  // namespace
 }  // namespace thermopix

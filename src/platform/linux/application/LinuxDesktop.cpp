@@ -115,8 +115,7 @@ void LinuxDesktop::reopen(ApplicationDelegate& delegate) {
     if (tray_) {
         tray_->reload();
         StatusPlaceOffer offer = offer_.value();
-        // A readout that is on a desktop does not move to a terminal.
-        offer.choice = tray_->choices().place == TrayPlace::terminal ? TrayPlace::automatic : tray_->choices().place;
+        offer.choice = choiceOnDesktop(tray_->choices().place);
         offer_.send(offer);
     }
     const bool hasVisibleWindows = application_.hasVisibleWindows();
