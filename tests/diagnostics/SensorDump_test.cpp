@@ -27,12 +27,6 @@ protected:
         return static_cast<std::size_t>(std::count_if(output.lines.begin(), output.lines.end(),
                                                       [&](const auto& line) { return line.starts_with(start); }));
     }
-    /// The first line that starts so; empty when there is none.
-    [[nodiscard]] std::string line(std::string_view start) const {
-        const auto found = std::find_if(output.lines.begin(), output.lines.end(),
-                                        [&](const auto& text) { return text.starts_with(start); });
-        return found == output.lines.end() ? "" : *found;
-    }
     /// The lines between this one and the next empty one.
     [[nodiscard]] std::vector<std::string> section(std::string_view header) const {
         auto start = std::find(output.lines.begin(), output.lines.end(), header);
