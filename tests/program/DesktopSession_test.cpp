@@ -237,22 +237,46 @@ TEST_F(DesktopSessionTest, RunsBesideANormalInstanceInInterfaceTests) {
     EXPECT_FALSE(first->hasEnded());
 }
 
+/// Says that the machine is about to sleep or has woken.
+void prepareForSleep(GDBusConnection* bus, bool isGoing) {
+    g_dbus_connection_emit_signal(bus, nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+                                  "PrepareForSleep", g_variant_new("(b)", isGoing ? TRUE : FALSE), nullptr);
+    g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+}
+
 TEST_F(DesktopSessionTest, ShowsAFreshReadingAfterSleep) {
     const auto system = systemBus.connect();
     takeName(system.get(), "org.freedesktop.login1");
-    const auto prepareForSleep = [&](bool isGoing) {
-        g_dbus_connection_emit_signal(system.get(), nullptr, "/org/freedesktop/login1",
-                                      "org.freedesktop.login1.Manager", "PrepareForSleep",
-                                      g_variant_new("(b)", isGoing ? TRUE : FALSE), nullptr);
-        g_dbus_connection_flush_sync(system.get(), nullptr, nullptr);
-    };
     const auto program = startShown();
-    prepareForSleep(true);
+    prepareForSleep(system.get(), true);
     heat(31);
-    prepareForSleep(false);
+    prepareForSleep(system.get(), false);
     // Blended with the reading before sleep the first one would be higher.
     EXPECT_TRUE(runUntil([&] { return title() != "57 degrees Celsius, comfy"; }));
     EXPECT_EQ(title(), "31 degrees Celsius, cold");
+}
+
+TEST_F(DesktopSessionTest, ShowsAFreshReadingWhenTheServiceThatAnnouncedASleepDies) {
+    auto system = systemBus.connect();
+    takeName(system.get(), "org.freedesktop.login1");
+    const auto program = startShown();
+    prepareForSleep(system.get(), true);
+    heat(31);
+    g_dbus_connection_close_sync(system.get(), nullptr, nullptr);
+    EXPECT_TRUE(runUntil([&] { return title() != "57 degrees Celsius, comfy"; }));
+    EXPECT_EQ(title(), "31 degrees Celsius, cold");
+}
+
+TEST_F(DesktopSessionTest, KeepsReadingInATerminalWhileTheDisplaysSleep) {
+    constexpr const char* saver = "org.gnome.ScreenSaver";
+    takeName(host->connection(), saver);
+    const auto program = start({"--terminal"});
+    ASSERT_TRUE(program->waitForOutput("57 degrees Celsius, comfy\n"));
+    g_dbus_connection_emit_signal(host->connection(), nullptr, "/org/gnome/ScreenSaver", saver, "ActiveChanged",
+                                  g_variant_new("(b)", TRUE), nullptr);
+    g_dbus_connection_flush_sync(host->connection(), nullptr, nullptr);
+    heat(31);
+    EXPECT_TRUE(program->waitForOutput("degrees Celsius, cold\n")) << program->output();
 }
 
 TEST_F(DesktopSessionTest, SurvivesHostileCalls) {

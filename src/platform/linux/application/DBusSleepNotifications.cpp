@@ -3,8 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "platform/linux/bus/BusNotice.h"
-
 namespace thermopix {
 
 namespace {
@@ -24,30 +22,55 @@ void DBusSleepNotifications::listen() {
     if (std::exchange(isListening_, true)) {
         return;
     }
-    // One boolean says which way it goes: true before sleep or when the displays blank, false afterwards.
-    const auto announces = [this](SleepNotification whenTrue, SleepNotification whenFalse) {
-        return [this, whenTrue, whenFalse](GVariant* parameters) {
-            if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(b)")) != FALSE) {
-                gboolean value = FALSE;
-                g_variant_get(parameters, "(b)", &value);
-                observers_[value != FALSE ? whenTrue : whenFalse].tell();
-            }
-        };
-    };
     systemBus_ = openSystemBus();
     if (systemBus_) {
-        signals_.push_back(observeSignal(
-            systemBus_.get(),
+        add(systemBus_.get(),
             {"org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep"},
-            announces(SleepNotification::willSleep, SleepNotification::didWake)));
+            SleepNotification::willSleep, SleepNotification::didWake);
     }
     if (sessionBus_ != nullptr) {
         for (const char* name : screenSavers) {
-            signals_.push_back(
-                observeSignal(sessionBus_, {name, nullptr, name, "ActiveChanged"},
-                              announces(SleepNotification::screensDidSleep, SleepNotification::screensDidWake)));
+            add(sessionBus_, {name, nullptr, name, "ActiveChanged"}, SleepNotification::screensDidSleep,
+                SleepNotification::screensDidWake);
         }
     }
+}
+
+void DBusSleepNotifications::add(GDBusConnection* bus, const BusSignal& signal, SleepNotification sleep,
+                                 SleepNotification wake) {
+    auto& announcer = announcers_.emplace_back(Announcer{bus, signal.busName, sleep, wake, {}, {}, {}, {}});
+    // One boolean says which way it goes: true before sleep or when the displays blank, false afterwards.
+    announcer.signal = observeSignal(bus, signal, [this, &announcer](GVariant* parameters, std::string_view sender) {
+        if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(b)")) != FALSE) {
+            gboolean isAsleep = FALSE;
+            g_variant_get(parameters, "(b)", &isAsleep);
+            heard(announcer, isAsleep != FALSE, sender);
+        }
+    });
+}
+
+void DBusSleepNotifications::heard(Announcer& announcer, bool isAsleep, std::string_view sender) {
+    if (!isAsleep) {
+        this->wake(announcer);
+        return;
+    }
+    announcer.sender = sender;
+    announcer.owner = observeNameOwner(announcer.bus, announcer.name, [this, &announcer](std::string_view owner) {
+        if (owner != announcer.sender) {
+            this->wake(announcer);
+        }
+    });
+    if (announcer.sleep == SleepNotification::willSleep) {
+        announcer.patience = mainLoop_.oneShot(longestFallingAsleep, [this, &announcer] { this->wake(announcer); });
+    }
+    observers_[announcer.sleep].tell();
+}
+
+void DBusSleepNotifications::wake(Announcer& announcer) {
+    announcer.sender.clear();
+    announcer.owner.cancel();
+    announcer.patience.cancel();
+    observers_[announcer.wake].tell();
 }
 
 }  // namespace thermopix

@@ -78,6 +78,7 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
                  .hasTray = std::nullopt});
     if (statusPlaces(offer_.value()) == StatusPlaces{}) {
         tray_.reset();
+        platform.leaveDisplaysAside();
         terminal_ = std::make_unique<TerminalStatusBar>(STDOUT_FILENO, variables, [this] { application_.terminate(); });
     } else if (tray_) {
         presence_ = tray_->presence().subscribe([this](TrayPresence presence) {

@@ -27,7 +27,8 @@ GLibMainLoop& LinuxPlatform::mainLoop() {
 
 SleepNotifications& LinuxPlatform::sleepNotifications() {
     if (!sleepNotifications_) {
-        sleepNotifications_ = std::make_unique<DBusSleepNotifications>(sessionBus());
+        sleepNotifications_ =
+            std::make_unique<DBusSleepNotifications>(followsDisplays_ ? sessionBus() : nullptr, mainLoop());
         wake_ = sleepNotifications_->observe(SleepNotification::didWake, [this] { thermalState_.rediscover(); });
     }
     return *sleepNotifications_;

@@ -42,6 +42,10 @@ public:
     /// On Linux only the environment variables tell of a test host.
     [[nodiscard]] bool isInsideUnitTestHost() const override { return false; }
 
+    /// Only the machine's own sleep counts from now on: for a readout that no display of this session shows. To be
+    /// said before the sleep notifications are first asked for.
+    void leaveDisplaysAside() { followsDisplays_ = false; }
+
     /// Where the settings files are.
     [[nodiscard]] const std::string& settingsFolder() const { return settingsFolder_; }
 
@@ -64,6 +68,7 @@ private:
     std::optional<BusConnection> sessionBus_;
     /// The updater's.
     BusConnection systemBus_;
+    bool followsDisplays_ = true;
     std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
     Subscription wake_;
 };

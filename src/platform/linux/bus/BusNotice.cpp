@@ -5,15 +5,15 @@
 namespace thermopix {
 namespace {
 
-using SignalHandler = std::function<void(GVariant*)>;
+using SignalHandler = std::function<void(GVariant*, std::string_view)>;
 using OwnerHandler = std::function<void(std::string_view)>;
 using OwnershipHandler = std::function<void(NameOwnership)>;
 
 /// Calls a copy, because the handler may end its own subscription.
-template <typename Handler, typename Argument>
-void tell(gpointer data, Argument argument) {
+template <typename Handler, typename... Arguments>
+void tell(gpointer data, Arguments... arguments) {
     const Handler handler = *static_cast<Handler*>(data);
-    handler(argument);
+    handler(arguments...);
 }
 
 template <typename Handler>
@@ -27,12 +27,19 @@ Subscription observeSignal(GDBusConnection* connection, const BusSignal& signal,
     const guint id = g_dbus_connection_signal_subscribe(
         connection, signal.busName, signal.interfaceName, signal.name, signal.objectPath, signal.firstArgument,
         G_DBUS_SIGNAL_FLAGS_NONE,
-        [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar*, GVariant* parameters,
-           gpointer data) { tell<SignalHandler>(data, parameters); },
+        [](GDBusConnection*, const gchar* sender, const gchar*, const gchar*, const gchar*, GVariant* parameters,
+           gpointer data) { tell<SignalHandler>(data, parameters, std::string_view(sender == nullptr ? "" : sender)); },
         new SignalHandler(std::move(handler)), &release<SignalHandler>);
     return Subscription([id, shared = std::shared_ptr<GDBusConnection>(retained(connection))] {
         g_dbus_connection_signal_unsubscribe(shared.get(), id);
     });
+}
+
+Subscription observeSignal(GDBusConnection* connection, const BusSignal& signal,
+                           std::function<void(GVariant*)> handler) {
+    return observeSignal(
+        connection, signal,
+        [handler = std::move(handler)](GVariant* parameters, std::string_view /*sender*/) { handler(parameters); });
 }
 
 Subscription observeNameOwner(GDBusConnection* connection, const char* busName, OwnerHandler handler) {

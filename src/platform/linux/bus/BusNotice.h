@@ -20,6 +20,9 @@ struct BusSignal {
 /// Calls `handler` with the parameters, a tuple of any type, each time the signal arrives. Main thread.
 Subscription observeSignal(GDBusConnection* connection, const BusSignal& signal,
                            std::function<void(GVariant* parameters)> handler);
+/// The same with the unique name of the sender.
+Subscription observeSignal(GDBusConnection* connection, const BusSignal& signal,
+                           std::function<void(GVariant* parameters, std::string_view sender)> handler);
 
 /// Tells the unique name of the name's owner, empty when it has none: soon after the call and at every change.
 Subscription observeNameOwner(GDBusConnection* connection, const char* busName,
