@@ -45,7 +45,7 @@ FakeSystemInformation capturedInformation(const std::filesystem::path& root) {
 class FixtureMachines : public testing::TestWithParam<std::string> {
 protected:
     std::filesystem::path root = machinesRoot / GetParam();
-    SysfsHIDSymbols sensors{root, "libthermopix-absent.so"};
+    SysfsHIDSymbols sensors{root};
     FakeSystemInformation information = capturedInformation(root);
     SysfsThermalState state{root};
     ReportPlatform platform{sensors, information, state};

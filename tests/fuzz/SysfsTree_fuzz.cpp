@@ -99,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static Tree tree;
     tree.fill({reinterpret_cast<const char*>(data), size});
 
-    SysfsHIDSymbols loader(tree.root, "no-such-library.so");
+    SysfsHIDSymbols loader(tree.root);
     const auto symbols = loader.load().resolved.value();
     const auto services = symbols.copyServices(nullptr);
     require(services && services->size() >= 2 && services->size() <= 3, "both channels, and the zone or not");

@@ -47,6 +47,9 @@ while read -r option; do
     grep -qF -- "$option" "$stage/page.1" || fail "the manual does not explain $option"
 done <<<"$options"
 
+# What the program starts.
+[[ -x $prefix/libexec/thermopix/thermopix-nvidia-sensors ]] || fail "the program that reads NVIDIA cards is missing"
+
 # What desktops read.
 silent desktop-file-validate desktop-file-validate "$share/applications/$name.desktop"
 output=$(appstreamcli validate --no-net --no-color "$share/metainfo/$name.metainfo.xml" 2>&1) || fail "appstreamcli: $output"

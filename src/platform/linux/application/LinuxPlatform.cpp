@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include "platform/linux/application/AutostartLoginItem.h"
+#include "platform/linux/files/CompanionProgram.h"
+#include "platform/linux/nvidia/NvidiaProtocol.h"
 #include "platform/linux/sensors/SysfsTree.h"
 #include "platform/linux/updates/LinuxUpdater.h"
 
@@ -13,7 +15,9 @@ LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
       standardError_(STDERR_FILENO),
       systemInformation_(sysfsRoot()),
       thermalState_(sysfsRoot()),
-      hidSymbols_(sysfsRoot()),
+      nvidia_({.find = [] { return companionProgram(runningProgram().parent_path(), NvidiaProtocol::executable); }},
+              clock_, log_),
+      hidSymbols_(sysfsRoot(), &nvidia_),
       sensorCapture_(sysfsRoot()),
       settingsFolder_(thermopix::settingsFolder(variables)),
       userDefaults_(settingsFolder_, log_) {}

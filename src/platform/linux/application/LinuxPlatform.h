@@ -60,6 +60,7 @@ private:
     LinuxMonotonicClock clock_;
     LinuxSystemInformation systemInformation_;
     SysfsThermalState thermalState_;
+    NvidiaCards nvidia_;
     SysfsHIDSymbols hidSymbols_;
     SysfsCapture sensorCapture_;
     std::string settingsFolder_;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/sensors/NvidiaChannel.h"
 #include "platform/linux/sensors/SensorChannel.h"
 #include "platform/linux/sensors/SensorNames.h"
 #include "platform/linux/sensors/SysfsTree.h"
@@ -21,7 +22,7 @@ struct Service {
     std::string name;
     std::unique_ptr<SensorChannel> channel;
     /// Set for a sensor other than a card, on a machine with cards: told of every reading.
-    std::shared_ptr<NvmlLibrary> cards;
+    NvidiaCards* cards = nullptr;
     std::uint64_t lastSeenCardReading = 0;
     /// The reading that the last event carries.
     double celsius = std::numeric_limits<double>::quiet_NaN();
@@ -35,13 +36,12 @@ HIDObject borrowed(void* object) {
     return {object, [](void*) {}};
 }
 
-std::vector<HIDObject> makeServices(const std::filesystem::path& root, const std::string& nvmlLibrary,
-                                    FileAccess& access) {
+std::vector<HIDObject> makeServices(const std::filesystem::path& root, NvidiaCards* nvidia, FileAccess& access) {
     auto devices = discoverSensorDevices(root);
-    std::shared_ptr<NvmlLibrary> cardLibrary;
     const auto cards = discoverNvidiaCards(root);
     const auto firstCard = devices.size();
-    if (!cards.empty() && (cardLibrary = NvmlLibrary::load(nvmlLibrary)) != nullptr) {
+    const bool hasCards = nvidia != nullptr && !cards.empty() && nvidia->areReadable();
+    if (hasCards) {
         devices.insert(devices.end(), cards.begin(), cards.end());
     }
 
@@ -51,14 +51,14 @@ std::vector<HIDObject> makeServices(const std::filesystem::path& root, const std
         auto service = std::make_unique<Service>();
         service->name = std::move(named.name);
         if (named.device >= firstCard) {
-            service->channel = std::make_unique<NvmlChannel>(access, device, cardLibrary);
+            service->channel = std::make_unique<NvidiaChannel>(access, device, *nvidia);
         } else {
             auto channel = std::make_unique<SysfsChannel>(access, device, device.channels[named.channel]);
             if (!channel->isOpen()) {
                 continue;
             }
             service->channel = std::move(channel);
-            service->cards = cardLibrary;
+            service->cards = hasCards ? nvidia : nullptr;
         }
         services.push_back(owned(std::move(service)));
     }
@@ -71,7 +71,7 @@ std::optional<HIDProperty> productOf(void* service, std::string_view key) {
 
 HIDObject readService(void* object) {
     auto& service = *static_cast<Service*>(object);
-    if (service.cards) {
+    if (service.cards != nullptr) {
         service.cards->noteOtherReading(service.lastSeenCardReading);
     }
     const auto celsius = service.channel->read();
@@ -84,15 +84,15 @@ HIDObject readService(void* object) {
 
 }  // namespace
 
-SysfsHIDSymbols::SysfsHIDSymbols(std::filesystem::path root, std::string nvmlLibrary, FileAccess& access)
-    : root_(std::move(root)), nvmlLibrary_(std::move(nvmlLibrary)), access_(access) {}
+SysfsHIDSymbols::SysfsHIDSymbols(std::filesystem::path root, NvidiaCards* nvidia, FileAccess& access)
+    : root_(std::move(root)), nvidia_(nvidia), access_(access) {}
 
 HIDSymbolResolution SysfsHIDSymbols::load() {
     HIDSymbols symbols{
         .create = [this] { return borrowed(this); },
         .setMatching = [](void*, const std::array<HIDMatching, 2>&) {},
         .copyServices = [this](void*) -> std::optional<std::vector<HIDObject>> {
-            return makeServices(root_, nvmlLibrary_, access_);
+            return makeServices(root_, nvidia_, access_);
         },
         .copyProperty = productOf,
         .copyEvent = [](void* service, std::int64_t, std::int32_t, std::int64_t) { return readService(service); },

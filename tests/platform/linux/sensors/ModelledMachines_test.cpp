@@ -16,7 +16,7 @@ namespace {
 class ModelledMachine {
 public:
     explicit ModelledMachine(std::filesystem::path root, FileAccess& access = systemFileAccess())
-        : loader(std::move(root), "no-such-library.so", access), sensor(loader, log) {}
+        : loader(std::move(root), nullptr, access), sensor(loader, log) {}
 
     /// What the readout shows for a source at its first tick.
     std::optional<std::int64_t> shown(SensorSource source) {

@@ -59,7 +59,7 @@ TEST(SysfsHIDSymbols, ReadingsAreInDegrees) {
 
 TEST(SysfsHIDSymbols, AReadingIsOnePositionedReadOfAFileThatStaysOpen) {
     CountingFileAccess access;
-    const SysfsSensors sensors(machine("intel-laptop"), "no-such-library.so", access);
+    const SysfsSensors sensors(machine("intel-laptop"), nullptr, access);
     const auto opened = access.opened;
     EXPECT_EQ(opened, 11);
     access.reads = 0;
@@ -88,7 +88,7 @@ TEST(SysfsHIDSymbols, OnlyTheWantedSensorIsReadWithItsPowerStateAndItsFaultFile)
           // It sleeps.
           Case{"hybrid-laptop", "GPU MTR Temp nouveau", nothing, {"runtime_status"}}}) {
         CountingFileAccess access;
-        EXPECT_EQ(SysfsSensors(machine(name), "no-such-library.so", access).read(sensor), reading) << sensor;
+        EXPECT_EQ(SysfsSensors(machine(name), nullptr, access).read(sensor), reading) << sensor;
         EXPECT_EQ(access.readFiles, files) << sensor;
     }
     EXPECT_EQ(SysfsSensors(machine("hybrid-laptop")).read("CPU Package id 0"), 62.0);
@@ -114,7 +114,7 @@ TEST(SysfsHIDSymbols, ADeviceIsReadOnlyWhileItsPowerStateSaysItRuns) {
     tree.addMonitor(0, "devices/pci/card", "amdgpu", {{"edge", "47000\n"}});
     tree.write("devices/pci/card/power/control", "auto\n");
     CountingFileAccess access;
-    const SysfsSensors sensors(tree.path(), "no-such-library.so", access);
+    const SysfsSensors sensors(tree.path(), nullptr, access);
     const auto readWhen = [&](std::string_view text) {
         tree.write("devices/pci/card/power/runtime_status", text);
         return sensors.read("GPU MTR Temp edge");
@@ -159,7 +159,7 @@ TEST(SysfsHIDSymbols, ABadChannelFailsAlone) {
 TEST(SysfsHIDSymbols, WhatAppearsIsFoundByRediscoveryAndWhatVanishesFailsAloneUntilThen) {
     const TemporaryTree tree;
     CountingFileAccess access;
-    SysfsSensors sensors(tree.path(), "no-such-library.so", access);
+    SysfsSensors sensors(tree.path(), nullptr, access);
     EXPECT_EQ(sensors.names(), Names());
     tree.addMonitor(7, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
     sensors.discover();

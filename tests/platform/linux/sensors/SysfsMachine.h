@@ -98,9 +98,9 @@ private:
 /// The sensors of a tree, used through the table of entry points as the core uses it.
 class SysfsSensors {
 public:
-    explicit SysfsSensors(std::filesystem::path root, std::string nvmlLibrary = "no-such-library.so",
+    explicit SysfsSensors(std::filesystem::path root, NvidiaCards* nvidia = nullptr,
                           FileAccess& access = systemFileAccess())
-        : loader_(std::move(root), std::move(nvmlLibrary), access) {
+        : loader_(std::move(root), nvidia, access) {
         client_ = symbols_.create();
         discover();
     }
