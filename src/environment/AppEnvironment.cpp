@@ -12,22 +12,11 @@
 
 namespace thermopix {
 
-namespace {
-
-std::unique_ptr<PreferencesStore> makeStore(Arguments arguments, UserDefaultsDatabases& databases) {
-    if (const auto name = AppEnvironment::value(Options::defaultsSuite, arguments)) {
-        return PreferencesStore::suite(databases, *name);
-    }
-    return std::make_unique<PreferencesStore>(databases.standard());
-}
-
-}  // namespace
-
 AppEnvironment::AppEnvironment(Arguments arguments, const EnvironmentVariables& variables, Platform& platform)
     : platform_(platform),
       isUITest_(isGiven(Options::fakeSensor, arguments) || isGiven(Options::showPreferences, arguments)),
       shouldShowPreferencesOnLaunch_(isGiven(Options::showPreferences, arguments)),
-      store_(makeStore(arguments, platform.userDefaults())) {
+      store_(std::make_unique<PreferencesStore>(defaults(arguments, platform.userDefaults()))) {
     const bool isFake = isGiven(Options::fakeSensor, arguments);
     if (isFake) {
         sensor_ = std::make_unique<FakeTemperatureSensor>(FakeTemperatureSensor::appleSiliconFixture(), true);
@@ -36,6 +25,7 @@ AppEnvironment::AppEnvironment(Arguments arguments, const EnvironmentVariables& 
     } else {
         sensor_ = std::make_unique<HIDTemperatureSensor>(platform.hidSymbols(), platform.log());
         loginItem_ = platform.makeLoginItem();
+        loginItem_->onAnswer = [this] { refreshLoginItemState(); };
         pressureReader_ = [&platform] { return thermalPressure(platform.thermalState().thermalState()); };
     }
     monitor_ = std::make_unique<TemperatureMonitor>(*sensor_, pressureReader_, platform.log());
@@ -54,6 +44,11 @@ std::optional<std::string> AppEnvironment::value(std::string_view flag, Argument
         return std::nullopt;
     }
     return *std::next(found);
+}
+
+std::shared_ptr<UserDefaults> AppEnvironment::defaults(Arguments arguments, UserDefaultsDatabases& databases) {
+    const auto suite = value(Options::defaultsSuite, arguments);
+    return suite ? databases.suiteOrStandard(*suite) : databases.standard();
 }
 
 bool AppEnvironment::isRunningUnitTests(const EnvironmentVariables& variables, const Platform& platform) {

@@ -27,6 +27,9 @@ public:
     /// The argument after the first one that equals `flag`, whatever it is.
     [[nodiscard]] static std::optional<std::string> value(std::string_view flag, Arguments arguments);
 
+    /// Where this run keeps what it remembers: the suite that the arguments name, else the standard database.
+    [[nodiscard]] static std::shared_ptr<UserDefaults> defaults(Arguments arguments, UserDefaultsDatabases& databases);
+
     [[nodiscard]] static bool isRunningUnitTests(const EnvironmentVariables& variables, const Platform& platform);
 
     [[nodiscard]] PreferencesStore& store() { return *store_; }

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/Enumeration.h"
+#include "system/StorageLimits.h"
 
 namespace thermopix {
 
@@ -139,6 +140,25 @@ std::string withoutExcessiveNumbers(std::string_view document) {
     return result;
 }
 
+/// Whether brackets within brackets would cost more than any record is worth.
+bool isNestedTooDeep(std::string_view document) {
+    std::size_t depth = 0;
+    bool isInText = false;
+    for (std::size_t i = 0; i < document.size() && depth <= StorageLimits::deepestNesting; ++i) {
+        const char character = document[i];
+        if (character == '"') {
+            isInText = !isInText;
+        } else if (isInText) {
+            i += character == '\\' ? 1 : 0;
+        } else if (character == '[' || character == '{') {
+            ++depth;
+        } else if ((character == ']' || character == '}') && depth > 0) {
+            --depth;
+        }
+    }
+    return depth > StorageLimits::deepestNesting;
+}
+
 Json parsed(std::string_view document) {
     return Json::parse(document, nullptr, /*allow_exceptions=*/false);
 }
@@ -164,6 +184,10 @@ std::optional<Preferences> decodePreferences(std::string_view document) {
     Preferences preferences;
     std::apply([&](const auto&... field) { (readField(content, field, preferences), ...); }, fields);
     return preferences;
+}
+
+bool isPreferencesDocument(std::string_view document) {
+    return !isNestedTooDeep(document) && decodePreferences(document);
 }
 
 }  // namespace thermopix

@@ -39,4 +39,7 @@ struct Preferences {
 /// default, unknown members are ignored. None when the document is no JSON object.
 [[nodiscard]] std::optional<Preferences> decodePreferences(std::string_view document);
 
+/// Whether the document can be read at a reasonable cost: as a file it is no deeper than `StorageLimits` says.
+[[nodiscard]] bool isPreferencesDocument(std::string_view document);
+
 }  // namespace thermopix

@@ -15,8 +15,7 @@ PreferencesStore::PreferencesStore(std::shared_ptr<UserDefaults> defaults)
     : defaults_(std::move(defaults)), published_(load(*defaults_)) {}
 
 std::unique_ptr<PreferencesStore> PreferencesStore::suite(UserDefaultsDatabases& databases, std::string_view name) {
-    auto opened = databases.suite(name);
-    return std::make_unique<PreferencesStore>(opened ? std::move(opened) : databases.standard());
+    return std::make_unique<PreferencesStore>(databases.suiteOrStandard(name));
 }
 
 void PreferencesStore::setPreferences(const Preferences& preferences) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -20,8 +21,11 @@ public:
     /// As the system judges it now.
     [[nodiscard]] virtual bool isEnabled() const = 0;
 
-    /// None on success.
+    /// None on success, and where the system answers later: until then it is as it was.
     [[nodiscard]] virtual std::optional<ServiceError> setEnabled(bool enabled) = 0;
+
+    /// Called when the system has answered later. Not in a call of `setEnabled()`.
+    std::function<void()> onAnswer;
 };
 
 }  // namespace thermopix

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace thermopix {
 
@@ -27,17 +28,14 @@ std::optional<UpdateMemory::Time> timeOf(std::string_view text) {
 
 }  // namespace
 
-std::optional<UpdateMemory::Time> UpdateMemory::lastCheck() const {
-    return lastCheck_ ? lastCheck_ : timeOf(defaults_->data(lastCheckKey).value_or(""));
-}
+UpdateMemory::UpdateMemory(std::shared_ptr<UserDefaults> defaults)
+    : defaults_(std::move(defaults)),
+      lastCheck_(timeOf(defaults_->data(lastCheckKey).value_or(""))),
+      announcedVersion_(defaults_->data(announcedVersionKey).value_or("")) {}
 
 void UpdateMemory::setLastCheck(Time time) {
     lastCheck_ = time;
     defaults_->setData(lastCheckKey, std::to_string(time.time_since_epoch().count()));
-}
-
-std::string UpdateMemory::announcedVersion() const {
-    return announcedVersion_ ? *announcedVersion_ : defaults_->data(announcedVersionKey).value_or("");
 }
 
 void UpdateMemory::setAnnouncedVersion(const std::string& version) {

@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "system/UserDefaults.h"
 
@@ -17,20 +16,21 @@ public:
     /// A time of the wall clock.
     using Time = std::chrono::sys_seconds;
 
-    explicit UpdateMemory(std::shared_ptr<UserDefaults> defaults) : defaults_(std::move(defaults)) {}
+    /// Reads at once, so that no disk is waited for later.
+    explicit UpdateMemory(std::shared_ptr<UserDefaults> defaults);
 
     /// When a check last got an answer; none before the first.
-    [[nodiscard]] std::optional<Time> lastCheck() const;
+    [[nodiscard]] std::optional<Time> lastCheck() const { return lastCheck_; }
     void setLastCheck(Time time);
 
     /// The version that the user was told about last; empty before the first.
-    [[nodiscard]] std::string announcedVersion() const;
+    [[nodiscard]] const std::string& announcedVersion() const { return announcedVersion_; }
     void setAnnouncedVersion(const std::string& version);
 
 private:
     std::shared_ptr<UserDefaults> defaults_;
     std::optional<Time> lastCheck_;
-    std::optional<std::string> announcedVersion_;
+    std::string announcedVersion_;
 };
 
 }  // namespace thermopix

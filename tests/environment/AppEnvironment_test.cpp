@@ -117,6 +117,27 @@ TEST_F(AppEnvironmentTest, WithoutASuiteThatCanBeOpenedTheStandardSettingsAreUse
     }
 }
 
+TEST_F(AppEnvironmentTest, WhatARunRemembersIsWhereItsSettingsAre) {
+    using Defaults = std::shared_ptr<UserDefaults>;
+    platform.databases.unopenableSuite = "../elsewhere";
+    const Defaults standard = platform.databases.standardDefaults;
+    const auto defaults = [&](const Words& arguments) {
+        return AppEnvironment::defaults(arguments, platform.databases);
+    };
+    EXPECT_EQ(defaults({"thermopix"}), standard);
+    EXPECT_EQ(defaults({"thermopix", "--uitest-defaults-suite", "../elsewhere"}), standard);
+    EXPECT_EQ(defaults({"thermopix", "--uitest-defaults-suite", "trial"}), platform.databases.suite("trial"));
+}
+
+TEST_F(AppEnvironmentTest, LoginItemThatIsAnsweredLaterIsStoredThen) {
+    auto environment = made({"thermopix"});
+    platform.loginItem->enabled = true;
+    EXPECT_FALSE(environment.preferences().openAtLogin);
+    platform.loginItem->onAnswer();
+    EXPECT_TRUE(environment.preferences().openAtLogin);
+    EXPECT_TRUE(stored().openAtLogin);
+}
+
 TEST_F(AppEnvironmentTest, BuildingWritesNoSettingsAndStartsNoTimer) {
     auto environment = made({"thermopix"});
     EXPECT_EQ(platform.databases.standardDefaults->writeCount, 0);

@@ -172,6 +172,26 @@ TEST(Preferences, DeepNestingIsHarmless) {
               defaultsWith(&Preferences::pet, PixelPet::mac));
 }
 
+TEST(Preferences, DocumentOfAFileIsARecordOfLimitedDepth) {
+    const auto nested = [](std::size_t depth) {
+        return R"({"pet":"mac","x":)" + std::string(depth, '[') + std::string(depth, ']') + "}";
+    };
+    EXPECT_TRUE(isPreferencesDocument("{}"));
+    EXPECT_TRUE(isPreferencesDocument(nested(63)));
+    EXPECT_FALSE(isPreferencesDocument(nested(64)));
+    EXPECT_TRUE(isPreferencesDocument(R"({"x":")" + std::string(100, '[') + R"(\"[{"})"));
+    EXPECT_TRUE(isPreferencesDocument(R"({"x":[)" + std::string(100, ' ') + R"([],[],{},[],[]]})"));
+    for (const std::string document : {"", "[]", "{", "null", "damaged"}) {
+        EXPECT_FALSE(isPreferencesDocument(document)) << document;
+    }
+    // Each opens one more and closes it again.
+    std::string wide = R"({"x":[0)";
+    for (int i = 0; i < 100; ++i) {
+        wide += ",[{}]";
+    }
+    EXPECT_TRUE(isPreferencesDocument(wide + "]}"));
+}
+
 TEST(Preferences, ManyMembersAreHarmless) {
     std::string document = "{";
     for (int i = 0; i < 50'000; ++i) {

@@ -177,12 +177,13 @@ TEST_F(DesktopSessionTest, KeepsWhatIsChosenInTheMenuOverARestart) {
         choose("Segment");
         choose("No pet");
         ASSERT_TRUE(waitForTitle("135 degrees Fahrenheit"));
+        EXPECT_TRUE(runUntil([&] {
+            return settings().find(R"("unit":"fahrenheit","style":"segment","size":"compact","pet":"none")") !=
+                   std::string::npos;
+        })) << settings();
         choose("Quit Thermopix");
         expectCleanEnd(*program);
     }
-    EXPECT_NE(settings().find(R"("unit":"fahrenheit","style":"segment","size":"compact","pet":"none")"),
-              std::string::npos)
-        << settings();
     const auto program = start();
     ASSERT_TRUE(host->waitForRegistration(2));
     EXPECT_TRUE(waitForTitle("135 degrees Fahrenheit"));

@@ -39,11 +39,10 @@ TEST(UpdateMemory, whatCannotBeStoredIsRememberedUntilTheEnd) {
 
 TEST(UpdateMemory, aTimeThatCannotBeReadIsNone) {
     const auto defaults = std::make_shared<MemoryUserDefaults>();
-    const UpdateMemory memory(defaults);
     for (const auto* text :
          {"", "yesterday", "-1", "1795000000 ", "1795000000.5", "253402300800", "99999999999999999999", "0x10"}) {
         defaults->setData("updates.lastCheck", text);
-        EXPECT_EQ(memory.lastCheck(), std::nullopt) << text;
+        EXPECT_EQ(UpdateMemory(defaults).lastCheck(), std::nullopt) << text;
     }
 }
 

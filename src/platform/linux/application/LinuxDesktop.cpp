@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "environment/AppEnvironment.h"
 #include "environment/CommandLine.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/files/CompanionProgram.h"
@@ -53,7 +54,8 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
       application_(sessionBus_, windowClient_, platform.mainLoop(), platform.log()),
       windows_(windowClient_),
       popup_(windowClient_),
-      strip_(stripClient_, platform.mainLoop(), platform.userDefaults().standard()) {
+      strip_(stripClient_, platform.mainLoop(), AppEnvironment::defaults(arguments, platform.userDefaults())) {
+    platform.useDefaults(AppEnvironment::defaults(arguments, platform.userDefaults()));
     windowsEnd_ = windowClient_.onEnd([this](const WindowProcessEnd& end) {
         if (end.isFailure()) {
             notification_.show({.title = failureTitle, .body = end.failure}, {});
@@ -133,6 +135,7 @@ int LinuxDesktop::run(ApplicationDelegate& delegate) {
     application_.onActivate = [this, &delegate] { reopen(delegate); };
     application_.onShowAboutPanel = [&delegate] { delegate.showAboutPanel(); };
     delegate.applicationDidFinishLaunching();
+    platform_.userDefaults().endLaunch();
     platform_.mainLoop().run();
     application_.onActivate = nullptr;
     application_.onShowAboutPanel = nullptr;

@@ -2,8 +2,14 @@
 
 #include <unistd.h>
 
+#include <string_view>
+
+#include "environment/Notices.h"
+#include "environment/Preferences.h"
+#include "environment/PreferencesStore.h"
 #include "platform/linux/application/AutostartLoginItem.h"
 #include "platform/linux/files/CompanionProgram.h"
+#include "platform/linux/glib/GLibWakeUp.h"
 #include "platform/linux/nvidia/NvidiaProtocol.h"
 #include "platform/linux/sensors/SysfsTree.h"
 #include "platform/linux/updates/LinuxUpdater.h"
@@ -20,7 +26,24 @@ LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
       hidSymbols_(sysfsRoot(), &nvidia_),
       sensorCapture_(sysfsRoot()),
       settingsFolder_(thermopix::settingsFolder(variables)),
-      userDefaults_(settingsFolder_, log_) {}
+      userDefaults_(settingsFolder_, writerServices()) {}
+
+SettingsWriter::Services LinuxPlatform::writerServices() {
+    return {.log = log_,
+            .mainLoop = [this]() -> MainLoop& { return mainLoop(); },
+            .makeWakeUp = &makeWakeUp,
+            .isSound =
+                [](std::string_view name, std::string_view bytes) {
+                    return name != PreferencesStore::defaultsKey || isPreferencesDocument(bytes);
+                },
+            .onTrouble =
+                [this](const std::string& cause) {
+                    if (!settingsNotice_) {
+                        settingsNotice_.emplace(sessionBus(), log_);
+                    }
+                    settingsNotice_->show(settingsNotSavedNotice(cause), {});
+                }};
+}
 
 GLibMainLoop& LinuxPlatform::mainLoop() {
     if (!mainLoop_) {
@@ -46,7 +69,7 @@ std::unique_ptr<UpdaterManaging> LinuxPlatform::makeUpdater() {
     systemBus_ = openSystemBus();
     return std::make_unique<LinuxUpdater>(
         updateSource(packageOfThisBuild(), "/.flatpak-info"),
-        LinuxUpdater::Services{mainLoop(), userDefaults_.standard(), log_, sessionBus(), systemBus_.get()});
+        LinuxUpdater::Services{mainLoop(), defaults_, log_, sessionBus(), systemBus_.get()});
 }
 
 GDBusConnection* LinuxPlatform::sessionBus() {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "environment/Log.h"
 #include "platform/linux/application/DBusSleepNotifications.h"
@@ -13,6 +14,7 @@
 #include "platform/linux/machine/LinuxMonotonicClock.h"
 #include "platform/linux/machine/LinuxSystemInformation.h"
 #include "platform/linux/machine/SysfsCapture.h"
+#include "platform/linux/notifications/DesktopNotification.h"
 #include "platform/linux/sensors/SysfsHIDSymbols.h"
 #include "platform/linux/sensors/SysfsThermalState.h"
 #include "platform/posix/StandardOutputStream.h"
@@ -32,7 +34,7 @@ public:
     [[nodiscard]] GLibMainLoop& mainLoop() override;
     [[nodiscard]] MonotonicClock& clock() override { return clock_; }
     [[nodiscard]] SleepNotifications& sleepNotifications() override;
-    [[nodiscard]] UserDefaultsDatabases& userDefaults() override { return userDefaults_; }
+    [[nodiscard]] FileUserDefaultsDatabases& userDefaults() override { return userDefaults_; }
     [[nodiscard]] SystemInformation& systemInformation() override { return systemInformation_; }
     [[nodiscard]] ThermalStateReader& thermalState() override { return thermalState_; }
     [[nodiscard]] HIDSymbolLoader& hidSymbols() override { return hidSymbols_; }
@@ -52,7 +54,12 @@ public:
     /// The session's bus; null when there is none.
     [[nodiscard]] GDBusConnection* sessionBus();
 
+    /// Where the services that are made later keep what they remember; else in the standard database.
+    void useDefaults(std::shared_ptr<UserDefaults> defaults) { defaults_ = std::move(defaults); }
+
 private:
+    [[nodiscard]] SettingsWriter::Services writerServices();
+
     JournalLog journal_;
     Log log_{journal_};
     StandardOutputStream standardOutput_;
@@ -65,11 +72,13 @@ private:
     SysfsCapture sensorCapture_;
     std::string settingsFolder_;
     FileUserDefaultsDatabases userDefaults_;
+    std::shared_ptr<UserDefaults> defaults_ = userDefaults_.standard();
     std::unique_ptr<GLibMainLoop> mainLoop_;
     std::optional<BusConnection> sessionBus_;
     /// The updater's.
     BusConnection systemBus_;
     bool followsDisplays_ = true;
+    std::optional<DesktopNotification> settingsNotice_;
     std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
     Subscription wake_;
 };

@@ -1,41 +1,50 @@
 #pragma once
 
-#include <set>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
 #include <string>
-#include <system_error>
+#include <string_view>
 
-#include "platform/posix/WriteAll.h"
-#include "system/DiagnosticLog.h"
+#include "platform/linux/files/SettingsWriter.h"
 #include "system/UserDefaults.h"
 
 namespace thermopix {
 
-/// A folder with one file a key, readable by its owner only. A write replaces the file at once and durably, through
-/// a symbolic link that the user put in its place. Main thread; other processes may use the folder too.
+/// A folder with one file a key. Each file is read once; what is set later is told at once and written by the writer.
+/// A file that cannot be read stays as it is during the launch, which no user has asked to write anything. Main thread.
 class FileUserDefaults final : public UserDefaults {
 public:
-    /// Made, with its parents, by the first write; an empty path holds nothing. `log` outlives the object.
-    FileUserDefaults(std::string folder, DiagnosticLog& log);
-    FileUserDefaults(std::string folder, DiagnosticLog& log, WriteFunction write);
+    /// An empty path holds nothing.
+    FileUserDefaults(std::string folder, std::shared_ptr<SettingsWriter> writer)
+        : folder_(std::move(folder)), writer_(std::move(writer)) {}
 
-    /// Also none for a key that is no plain file name, and for a file of more than 16 MiB.
+    /// Also none for a key that is no plain file name.
     [[nodiscard]] std::optional<std::string> data(std::string_view key) const override;
 
+    /// False for such a key, and for bytes that are too many.
     bool setData(std::string_view key, std::string_view bytes) override;
 
+    /// From now on it is the user who changes something.
+    void endLaunch() { isLaunching_ = false; }
+
 private:
+    struct Value {
+        std::optional<std::string> bytes;
+        /// Its file is there, and could not be read.
+        bool isUnreadable = false;
+    };
+
     [[nodiscard]] bool isStorable(std::string_view key) const;
     [[nodiscard]] std::string path(std::string_view key) const;
-    void complain(std::string_view action, std::string_view key, const std::error_code& cause) const;
+    [[nodiscard]] Value& value(std::string_view key) const;
+    [[nodiscard]] Value load(std::string_view key) const;
 
     std::string folder_;
-    DiagnosticLog& log_;
-    WriteFunction write_;
-    /// What was logged since the last success, so that each cause is told once.
-    mutable std::set<std::string, std::less<>> complaints_;
+    std::shared_ptr<SettingsWriter> writer_;
+    mutable std::map<std::string, Value, std::less<>> values_;
+    bool isLaunching_ = true;
 };
-
-/// Whether the text can name an entry of a folder: not empty, no "." or "..", no slash, no NUL, at most 255 bytes.
-[[nodiscard]] bool isPlainFileName(std::string_view name);
 
 }  // namespace thermopix

@@ -44,8 +44,11 @@ std::string homeFromUserDatabase() {
 
 }  // namespace
 
-FileUserDefaultsDatabases::FileUserDefaultsDatabases(std::string folder, DiagnosticLog& log)
-    : folder_(std::move(folder)), log_(log), standard_(std::make_shared<FileUserDefaults>(folder_, log)) {}
+FileUserDefaultsDatabases::FileUserDefaultsDatabases(std::string folder, SettingsWriter::Services services,
+                                                     FileOperations operations)
+    : folder_(std::move(folder)),
+      writer_(std::make_shared<SettingsWriter>(std::move(services), std::move(operations))),
+      standard_(std::make_shared<FileUserDefaults>(folder_, writer_)) {}
 
 std::shared_ptr<UserDefaults> FileUserDefaultsDatabases::suite(std::string_view name) {
     if (folder_.empty() || !isPlainFileName(name)) {
@@ -53,26 +56,42 @@ std::shared_ptr<UserDefaults> FileUserDefaultsDatabases::suite(std::string_view 
     }
     const auto suites = std::filesystem::path(folder_) / "suites";
     const auto folder = suites / name;
-    return isFolderWithin(suites, folder) ? std::make_shared<FileUserDefaults>(folder.native(), log_) : nullptr;
+    if (!isFolderWithin(suites, folder)) {
+        return nullptr;
+    }
+    auto& suite = suites_[std::string(name)];
+    if (!suite) {
+        suite = std::make_shared<FileUserDefaults>(folder.native(), writer_);
+    }
+    return suite;
 }
 
-std::string settingsFolder(const EnvironmentVariables& variables) {
+void FileUserDefaultsDatabases::endLaunch() {
+    standard_->endLaunch();
+    for (const auto& [name, suite] : suites_) {
+        suite->endLaunch();
+    }
+}
+
+std::string configurationFolder(const EnvironmentVariables& variables) {
     const auto absolute = [&](std::string_view name) {
         const auto text = textOf(variables, name);
         return text.starts_with('/') ? std::string(text) : std::string();
     };
-    std::filesystem::path base = absolute("XDG_CONFIG_HOME");
-    if (base.empty()) {
-        std::string home = absolute("HOME");
-        if (home.empty()) {
-            home = homeFromUserDatabase();
-        }
-        if (!home.starts_with('/')) {
-            return {};
-        }
-        base = std::filesystem::path(home) / ".config";
+    std::string configuration = absolute("XDG_CONFIG_HOME");
+    if (!configuration.empty()) {
+        return configuration;
     }
-    return (base / "thermopix").native();
+    std::string home = absolute("HOME");
+    if (home.empty()) {
+        home = homeFromUserDatabase();
+    }
+    return home.starts_with('/') ? (std::filesystem::path(home) / ".config").native() : std::string();
+}
+
+std::string settingsFolder(const EnvironmentVariables& variables) {
+    const auto configuration = configurationFolder(variables);
+    return configuration.empty() ? std::string() : (std::filesystem::path(configuration) / "thermopix").native();
 }
 
 }  // namespace thermopix

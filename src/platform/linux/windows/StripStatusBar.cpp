@@ -107,7 +107,10 @@ private:
 }  // namespace
 
 StripStatusBar::StripStatusBar(WindowClient& client, MainLoop& mainLoop, std::shared_ptr<UserDefaults> defaults)
-    : client_(client), mainLoop_(mainLoop), defaults_(std::move(defaults)) {}
+    : client_(client), mainLoop_(mainLoop), defaults_(std::move(defaults)) {
+    // The database reads a key from its disk once; later nobody has time to wait for that.
+    static_cast<void>(defaults_->data(positionKey));
+}
 
 std::unique_ptr<StatusItem> StripStatusBar::makeStatusItem() {
     return std::make_unique<StripStatusItem>(client_, mainLoop_, defaults_);

@@ -8,21 +8,24 @@
 #include <string>
 #include <vector>
 
-#include "fakes/RecordingLog.h"
 #include "fakes/TemporaryFolder.h"
+#include "platform/linux/files/WriterStage.h"
 
 namespace thermopix {
 namespace {
 
 class FileUserDefaultsDatabasesTest : public testing::Test {
 protected:
+    [[nodiscard]] FileUserDefaultsDatabases made() { return {temporary.path("thermopix"), stage.services()}; }
+
     TemporaryFolder temporary;
-    RecordingLog log;
-    FileUserDefaultsDatabases databases{temporary.path("thermopix"), log};
+    WriterStage stage;
+    FileUserDefaultsDatabases databases = made();
 };
 
 TEST_F(FileUserDefaultsDatabasesTest, StandardDatabaseIsTheFolderItself) {
     EXPECT_TRUE(databases.standard()->setData("preferences.v1", "{}"));
+    stage.hear();
     EXPECT_EQ(temporary.read("thermopix/preferences.v1"), "{}");
 }
 
@@ -31,10 +34,30 @@ TEST_F(FileUserDefaultsDatabasesTest, SuitesLieInFoldersOfTheirOwn) {
     ASSERT_NE(suite, nullptr);
     EXPECT_EQ(temporary.entries(), std::vector<std::string>{});
     EXPECT_TRUE(suite->setData("preferences.v1", "{}"));
+    EXPECT_EQ(databases.suite("trial")->data("preferences.v1"), "{}");
+    stage.hear();
     EXPECT_EQ(temporary.read("thermopix/suites/trial/preferences.v1"), "{}");
     EXPECT_EQ(databases.standard()->data("preferences.v1"), std::nullopt);
     EXPECT_EQ(databases.suite("other")->data("preferences.v1"), std::nullopt);
-    EXPECT_EQ(databases.suite("trial")->data("preferences.v1"), "{}");
+}
+
+TEST_F(FileUserDefaultsDatabasesTest, LaunchEndsForEveryDatabase) {
+    for (const char* folder : {"thermopix", "thermopix/suites/trial"}) {
+        temporary.write(std::string(folder) + "/key", "damaged");
+    }
+    for (const auto& defaults : {databases.standard(), databases.suite("trial")}) {
+        EXPECT_EQ(defaults->data("key"), std::nullopt);
+        EXPECT_TRUE(defaults->setData("key", "of the launch"));
+    }
+    databases.endLaunch();
+    for (const auto& defaults : {databases.standard(), databases.suite("trial")}) {
+        EXPECT_TRUE(defaults->setData("key", "of the user"));
+        stage.hear();
+    }
+    for (const char* folder : {"thermopix", "thermopix/suites/trial"}) {
+        EXPECT_EQ(temporary.read(std::string(folder) + "/key"), "of the user");
+        EXPECT_EQ(temporary.read(std::string(folder) + "/key.unreadable"), "damaged");
+    }
 }
 
 TEST_F(FileUserDefaultsDatabasesTest, NamesThatWouldLeaveTheFolderCannotBeOpened) {
@@ -66,6 +89,7 @@ TEST_F(FileUserDefaultsDatabasesTest, LinkThatLeadsOutsideCannotBeOpened) {
     temporary.link("thermopix/suites/alias", "inside");
     ASSERT_NE(databases.suite("alias"), nullptr);
     EXPECT_TRUE(databases.suite("alias")->setData("key", "x"));
+    stage.hear();
     EXPECT_EQ(databases.suite("inside")->data("key"), "x");
 }
 
@@ -75,7 +99,7 @@ TEST_F(FileUserDefaultsDatabasesTest, FileInPlaceOfASuiteCannotBeOpened) {
 }
 
 TEST_F(FileUserDefaultsDatabasesTest, WithoutAFolderNothingIsKept) {
-    FileUserDefaultsDatabases none("", log);
+    FileUserDefaultsDatabases none("", stage.services());
     EXPECT_EQ(none.suite("trial"), nullptr);
     EXPECT_FALSE(none.standard()->setData("preferences.v1", "{}"));
 }
