@@ -2,9 +2,12 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/linux/glib/GLibHandles.h"
 #include "system/LoginItemManaging.h"
+#include "system/UserNotices.h"
 
 namespace thermopix {
 
@@ -13,7 +16,7 @@ namespace thermopix {
 class AutostartLoginItem final : public LoginItemManaging {
 public:
     struct Places {
-        /// `$XDG_CONFIG_HOME`, where the user's own entries are.
+        /// Where the user's own entries are; empty when there is no home for them.
         std::string userFolder;
         /// `$XDG_CONFIG_DIRS`, most important first.
         std::vector<std::string> systemFolders;
@@ -23,22 +26,34 @@ public:
         std::string program;
     };
 
-    explicit AutostartLoginItem(Places places) : places_(std::move(places)) {}
+    /// `notices` outlives the item.
+    AutostartLoginItem(Places places, UserNotices& notices) : places_(std::move(places)), notices_(notices) {}
 
-    /// From the environment of this process.
-    [[nodiscard]] static Places placesOfThisProcess();
+    /// From the environment of this process; the user's own entries are in the folder of the user's configuration.
+    [[nodiscard]] static Places placesOfThisProcess(std::string userFolder);
 
     [[nodiscard]] bool isEnabled() const override;
 
-    /// Refuses to replace the user's entry of this name when it starts another program.
+    /// Changes of the user's entry what it has to, and tells the user why when it cannot: an entry of this name that
+    /// starts another program stays as it is. One whose program is gone, or has our name elsewhere, is ours.
     [[nodiscard]] std::optional<ServiceError> setEnabled(bool enabled) override;
 
 private:
+    [[nodiscard]] std::optional<ServiceError> change(bool enabled) const;
+    [[nodiscard]] std::optional<ServiceError> switchOn(GKeyFileHandle entry) const;
+    [[nodiscard]] std::optional<ServiceError> switchOff(GKeyFileHandle entry) const;
     [[nodiscard]] std::string userEntry() const;
-    [[nodiscard]] std::optional<std::string> systemEntry() const;
-    [[nodiscard]] std::optional<ServiceError> writeEntry(bool hidden) const;
+    [[nodiscard]] bool hasUserEntry() const;
+    /// The most important one; null when there is none.
+    [[nodiscard]] GKeyFileHandle systemEntry() const;
+    [[nodiscard]] GKeyFileHandle newEntry() const;
+    /// Whether nobody has changed it since.
+    [[nodiscard]] bool isAsWritten(GKeyFile* entry) const;
+    [[nodiscard]] std::optional<ServiceError> save(GKeyFile* entry) const;
+    [[nodiscard]] std::optional<ServiceError> removeUserEntry() const;
 
     Places places_;
+    UserNotices& notices_;
 };
 
 }  // namespace thermopix

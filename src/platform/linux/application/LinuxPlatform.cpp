@@ -2,12 +2,15 @@
 
 #include <unistd.h>
 
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "environment/Notices.h"
 #include "environment/Preferences.h"
 #include "environment/PreferencesStore.h"
 #include "platform/linux/application/AutostartLoginItem.h"
+#include "platform/linux/application/PortalLoginItem.h"
 #include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/glib/GLibWakeUp.h"
 #include "platform/linux/nvidia/NvidiaProtocol.h"
@@ -15,6 +18,13 @@
 #include "platform/linux/updates/LinuxUpdater.h"
 
 namespace thermopix {
+
+namespace {
+
+/// There inside a Flatpak only.
+constexpr const char* flatpakInformation = "/.flatpak-info";
+
+}  // namespace
 
 LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
     : standardOutput_(STDOUT_FILENO),
@@ -25,6 +35,7 @@ LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
               clock_, log_),
       hidSymbols_(sysfsRoot(), &nvidia_),
       sensorCapture_(sysfsRoot()),
+      configurationFolder_(configurationFolder(variables)),
       settingsFolder_(thermopix::settingsFolder(variables)),
       userDefaults_(settingsFolder_, writerServices()) {}
 
@@ -37,12 +48,11 @@ SettingsWriter::Services LinuxPlatform::writerServices() {
                     return name != PreferencesStore::defaultsKey || isPreferencesDocument(bytes);
                 },
             .onTrouble =
-                [this](const std::string& cause) {
-                    if (!settingsNotice_) {
-                        settingsNotice_.emplace(sessionBus(), log_);
-                    }
-                    settingsNotice_->show(settingsNotSavedNotice(cause), {});
-                }};
+                [this](const std::string& cause) { notices(settingsNotice_).show(settingsNotSavedNotice(cause), {}); }};
+}
+
+DesktopNotification& LinuxPlatform::notices(std::optional<DesktopNotification>& subject) {
+    return subject ? *subject : subject.emplace(sessionBus(), log_);
 }
 
 GLibMainLoop& LinuxPlatform::mainLoop() {
@@ -62,13 +72,18 @@ SleepNotifications& LinuxPlatform::sleepNotifications() {
 }
 
 std::unique_ptr<LoginItemManaging> LinuxPlatform::makeLoginItem() {
-    return std::make_unique<AutostartLoginItem>(AutostartLoginItem::placesOfThisProcess());
+    std::error_code error;
+    if (std::filesystem::exists(flatpakInformation, error)) {
+        return std::make_unique<PortalLoginItem>(sessionBus(), defaults_, notices(loginNotice_));
+    }
+    return std::make_unique<AutostartLoginItem>(AutostartLoginItem::placesOfThisProcess(configurationFolder_),
+                                                notices(loginNotice_));
 }
 
 std::unique_ptr<UpdaterManaging> LinuxPlatform::makeUpdater() {
     systemBus_ = openSystemBus();
     return std::make_unique<LinuxUpdater>(
-        updateSource(packageOfThisBuild(), "/.flatpak-info"),
+        updateSource(packageOfThisBuild(), flatpakInformation),
         LinuxUpdater::Services{mainLoop(), defaults_, log_, sessionBus(), systemBus_.get()});
 }
 

@@ -59,6 +59,8 @@ public:
 
 private:
     [[nodiscard]] SettingsWriter::Services writerServices();
+    /// The user is told about each subject on its own.
+    [[nodiscard]] DesktopNotification& notices(std::optional<DesktopNotification>& subject);
 
     JournalLog journal_;
     Log log_{journal_};
@@ -70,6 +72,7 @@ private:
     NvidiaCards nvidia_;
     SysfsHIDSymbols hidSymbols_;
     SysfsCapture sensorCapture_;
+    std::string configurationFolder_;
     std::string settingsFolder_;
     FileUserDefaultsDatabases userDefaults_;
     std::shared_ptr<UserDefaults> defaults_ = userDefaults_.standard();
@@ -79,6 +82,7 @@ private:
     BusConnection systemBus_;
     bool followsDisplays_ = true;
     std::optional<DesktopNotification> settingsNotice_;
+    std::optional<DesktopNotification> loginNotice_;
     std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
     Subscription wake_;
 };
