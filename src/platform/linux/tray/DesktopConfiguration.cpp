@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Unicode.h"
+#include "platform/linux/files/SettingsFile.h"
 #include "platform/linux/glib/GLibHandles.h"
 
 namespace thermopix {
@@ -16,10 +17,11 @@ constexpr const char* group = "Desktop";
 class Reader {
 public:
     Reader(const std::filesystem::path& file, DiagnosticLog& log) : file_(file), log_(log) {
-        GErrorSlot error;
-        isReadable_ = g_key_file_load_from_file(keys_.get(), file.c_str(), G_KEY_FILE_NONE, error.out()) != FALSE;
-        if (!isReadable_ && !error.matches(G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
-            complain(error.message());
+        const auto stored = readSettingsFile(file);
+        if (stored.error) {
+            complain(stored.error.message());
+        } else if (stored.bytes) {
+            load(*stored.bytes);
         }
     }
 
@@ -44,6 +46,14 @@ public:
     }
 
 private:
+    void load(const std::string& text) {
+        GErrorSlot error;
+        isReadable_ =
+            g_key_file_load_from_data(keys_.get(), text.data(), text.size(), G_KEY_FILE_NONE, error.out()) != FALSE;
+        if (!isReadable_) {
+            complain(error.message());
+        }
+    }
     void complain(std::string_view what) const { log_.diag("desktop", fmt::format("{}: {}", file_.string(), what)); }
 
     const std::filesystem::path& file_;

@@ -1,6 +1,9 @@
 #include "platform/linux/tray/DesktopConfiguration.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
 
 #include "fakes/RecordingLog.h"
 #include "fakes/TemporaryFolder.h"
@@ -67,6 +70,12 @@ TEST_F(DesktopConfiguration, WhatIsNoKeyFileIsNamedOnce) {
     std::filesystem::remove(file_);
     folder_.makeFolder("desktop.conf");
     expectComplaint("a folder");
+    std::filesystem::remove(file_);
+    ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
+    expectComplaint("a pipe that nobody writes to");
+    std::filesystem::remove(file_);
+    folder_.write("desktop.conf", "[Desktop]\nPlace=tray\n" + std::string(64U << 10U, '#'));
+    expectComplaint("a file beyond measure");
 }
 
 }  // namespace
