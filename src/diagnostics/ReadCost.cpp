@@ -9,15 +9,8 @@ namespace thermopix {
 
 namespace {
 
-/// Reads the wanted sensors one by one; true when any of them answered.
-bool readEach(const HIDTemperatureSensor& backend, SensorNamePredicate wanted) {
-    bool answered = false;
-    for (const auto& sensor : backend.sensors()) {
-        if (wanted(sensor.name) && backend.read(sensor)) {
-            answered = true;
-        }
-    }
-    return answered;
+double milliseconds(std::chrono::nanoseconds duration) {
+    return std::chrono::duration<double>(duration).count() * 1000;
 }
 
 }  // namespace
@@ -28,30 +21,68 @@ double bestMilliseconds(const MonotonicClock& clock, std::int64_t repetitions, F
     for (std::int64_t i = 0; i < repetitions; ++i) {
         const auto start = clock.now();
         work();
-        const std::chrono::duration<double> elapsed = clock.now() - start;
-        best = std::min(best, elapsed.count());
+        best = std::min(best, milliseconds(clock.now() - start));
     }
-    return best * 1000;
+    return best;
 }
 
-double ReadCost::ofTick(std::span<const NamePatterns> stages) const {
-    return bestMilliseconds(clock_, repetitions, [&] {
+ReadCost::Cost ReadCost::ofTick(std::span<const NamePatterns> stages) {
+    return best([&] {
         for (const auto& patterns : stages) {
-            if (readEach(sensor_, [&](std::string_view name) { return matches(name, patterns); })) {
+            if (readEach([&](std::string_view name) { return matches(name, patterns); })) {
                 break;
             }
         }
     });
 }
 
-double ReadCost::ofSensors(const std::set<std::string>& names) const {
-    return bestMilliseconds(clock_, repetitions, [&] {
-        readEach(sensor_, [&](std::string_view name) { return names.contains(std::string(name)); });
+ReadCost::Cost ReadCost::ofSensors(const std::set<std::string>& names) {
+    return best([&] { readEach([&](std::string_view name) { return names.contains(std::string(name)); }); });
+}
+
+ReadCost::Cost ReadCost::ofEverySensor() {
+    return best([&] {
+        const bool allAreQuick = std::all_of(firstReads_.begin(), firstReads_.end(), [](const auto& first) {
+            return first && first->milliseconds <= slowestRepeated;
+        });
+        if (allAreQuick) {
+            static_cast<void>(sensor_.sample());
+        } else {
+            readEach([](std::string_view) { return true; });
+        }
     });
 }
 
-double ReadCost::ofEverySensor() const {
-    return bestMilliseconds(clock_, repetitions, [&] { static_cast<void>(sensor_.sample()); });
+ReadCost::Cost ReadCost::best(FunctionView<void()> pass) {
+    const double rest = bestMilliseconds(clock_, repetitions, [&] {
+        leftOut_ = {};
+        pass();
+    });
+    return {rest + leftOut_.milliseconds, leftOut_.readOnce};
+}
+
+bool ReadCost::readEach(SensorNamePredicate wanted) {
+    bool answered = false;
+    const auto& sensors = sensor_.sensors();
+    for (std::size_t i = 0; i < sensors.size(); ++i) {
+        if (!wanted(sensors[i].name)) {
+            continue;
+        }
+        auto& first = firstReads_[i];
+        if (!first) {
+            const auto start = clock_.now();
+            const bool hasReading = sensor_.read(sensors[i]).has_value();
+            first = FirstRead{milliseconds(clock_.now() - start), hasReading};
+            answered = answered || hasReading;
+        } else if (first->milliseconds > slowestRepeated) {
+            leftOut_.milliseconds += first->milliseconds;
+            ++leftOut_.readOnce;
+            answered = answered || first->answered;
+        } else if (sensor_.read(sensors[i])) {
+            answered = true;
+        }
+    }
+    return answered;
 }
 
 }  // namespace thermopix

@@ -20,11 +20,16 @@ namespace {
 
 constexpr std::size_t labelColumns = 18;
 
-std::string costLine(std::string_view label, double milliseconds, std::string_view details) {
-    return fmt::format("      {}{:6.2f} ms  ({})", paddedRight(label, labelColumns), milliseconds, details);
+std::string readOnceText(const ReadCost::Cost& cost) {
+    return cost.readOnce > 0 ? fmt::format(", {} slow, read once", cost.readOnce) : std::string();
 }
 
-void printCostBySource(std::span<const SensorSample> samples, const ReadCost& cost, StandardOutput& output) {
+std::string costLine(std::string_view label, const ReadCost::Cost& cost, std::string_view details) {
+    return fmt::format("      {}{:6.2f} ms  ({}{})", paddedRight(label, labelColumns), cost.milliseconds, details,
+                       readOnceText(cost));
+}
+
+void printCostBySource(std::span<const SensorSample> samples, ReadCost& cost, StandardOutput& output) {
     output.line("");
     output.line("--- cost per refresh tick, by source");
     for (const auto source : allCases<SensorSource>()) {
@@ -67,7 +72,7 @@ constexpr std::array families{
 };
 
 /// Prints a line for each family that has sensors; returns the sum of their costs.
-double printCostByFamily(std::span<const SensorSample> samples, const ReadCost& cost, StandardOutput& output) {
+double printCostByFamily(std::span<const SensorSample> samples, ReadCost& cost, StandardOutput& output) {
     output.line("");
     output.line("--- cost by sensor family");
     double sum = 0;
@@ -84,25 +89,26 @@ double printCostByFamily(std::span<const SensorSample> samples, const ReadCost& 
         if (count == 0) {
             continue;
         }
-        const double milliseconds = cost.ofSensors(names);
-        const auto details =
-            fmt::format("{}, {:.2f} ms each", sensorCountText(count), milliseconds / static_cast<double>(count));
-        output.line(costLine(family.label, milliseconds, details));
-        sum += milliseconds;
+        const auto ofFamily = cost.ofSensors(names);
+        const auto details = fmt::format("{}, {:.2f} ms each", sensorCountText(count),
+                                         ofFamily.milliseconds / static_cast<double>(count));
+        output.line(costLine(family.label, ofFamily, details));
+        sum += ofFamily.milliseconds;
         taken.merge(names);
     }
     return sum;
 }
 
-void printTotals(double everySensor, double sumOfFamilies, StandardOutput& output) {
+void printTotals(const ReadCost::Cost& everySensor, double sumOfFamilies, StandardOutput& output) {
     output.line("");
-    output.line(fmt::format("every sensor (Settings' count, --sensors, never the tick): {:.2f} ms", everySensor));
+    output.line(fmt::format("every sensor (Settings' count, --sensors, never the tick): {:.2f} ms{}",
+                            everySensor.milliseconds, readOnceText(everySensor)));
     output.line(fmt::format("the five families above, summed:                           {:.2f} ms", sumOfFamilies));
 }
 
 }  // namespace
 
-void printSensorCosts(std::span<const SensorSample> samples, const ReadCost& cost, StandardOutput& output) {
+void printSensorCosts(std::span<const SensorSample> samples, ReadCost& cost, StandardOutput& output) {
     printCostBySource(samples, cost, output);
     const double sumOfFamilies = printCostByFamily(samples, cost, output);
     printTotals(cost.ofEverySensor(), sumOfFamilies, output);

@@ -103,7 +103,8 @@ std::int32_t run(Platform& platform, StandardOutput& output) {
     }
     const auto shown = printSourceSections(samples, output);
     printLeftOverSensors(samples, shown, output);
-    printSensorCosts(samples, ReadCost(sensor, platform.clock()), output);
+    ReadCost cost(sensor, platform.clock());
+    printSensorCosts(samples, cost, output);
     return 0;
 }
 

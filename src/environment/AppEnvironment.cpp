@@ -23,6 +23,7 @@ AppEnvironment::AppEnvironment(Arguments arguments, const EnvironmentVariables& 
         loginItem_ = std::make_unique<FakeLoginItem>(false);
         pressureReader_ = [] { return ThermalPressure::nominal; };
     } else {
+        followInterval();
         sensor_ = std::make_unique<HIDTemperatureSensor>(platform.hidSymbols(), platform.log());
         loginItem_ = platform.makeLoginItem();
         loginItem_->onAnswer = [this] { refreshLoginItemState(); };
@@ -56,7 +57,40 @@ bool AppEnvironment::isRunningUnitTests(const EnvironmentVariables& variables, c
 }
 
 Display AppEnvironment::currentDisplay() {
+    lookForSensors();
     return monitor_->poll(preferences().source, preferences().unit);
+}
+
+void AppEnvironment::followInterval() {
+    lookedAt_ = mainLoop().now();
+    interval_ = store_->subscribeDistinct(
+        [](const Preferences& preferences) { return preferences.refreshInterval; },
+        [this](RefreshInterval interval) {
+            polling_ = platform_.hidSymbols().poll(
+                {seconds(interval), [this] { onLateReading(); }, [this] { rediscoverSensors(); }});
+        });
+}
+
+void AppEnvironment::lookForSensors() {
+    const auto now = mainLoop().now();
+    if (!lookedAt_ || now - *lookedAt_ < betweenLooks) {
+        return;
+    }
+    lookedAt_ = now;
+    if (platform_.hidSymbols().hasChanged()) {
+        rediscoverSensors();
+    }
+}
+
+void AppEnvironment::rediscoverSensors() {
+    if (rediscovery_.isActive()) {
+        return;
+    }
+    rediscovery_ = mainLoop().oneShot(settlingTime, [this] {
+        rediscovery_.cancel();
+        platform_.log().diag("sensor", "sensors have come or gone; re-resolving sensors");
+        sensor_->refresh();
+    });
 }
 
 void AppEnvironment::refreshLoginItemState() {

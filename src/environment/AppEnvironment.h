@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Callback.h"
 #include "environment/PreferencesStore.h"
 #include "sensing/Display.h"
 #include "sensing/RefreshScheduler.h"
@@ -44,7 +45,8 @@ public:
     [[nodiscard]] bool isUITest() const { return isUITest_; }
     [[nodiscard]] bool shouldShowPreferencesOnLaunch() const { return shouldShowPreferencesOnLaunch_; }
 
-    /// A fresh reading for the current settings.
+    /// A fresh reading for the current settings. Sensors that have come or gone are found within half a minute of
+    /// polls.
     [[nodiscard]] Display currentDisplay();
 
     /// The system's thermal pressure now.
@@ -56,7 +58,20 @@ public:
     /// False when the system refused; afterwards the setting says what the system says.
     bool setOpenAtLogin(bool enabled);
 
+    /// Called when a sensor has answered that the last reading was left without.
+    Callback onLateReading;
+
 private:
+    /// How often the machine is looked at for sensors that have come or gone without a word.
+    static constexpr MainLoop::Duration betweenLooks = std::chrono::seconds(20);
+    /// A driver announces its devices one by one.
+    static constexpr MainLoop::Duration settlingTime = std::chrono::milliseconds(500);
+
+    /// Tells the sensors how often they are read.
+    void followInterval();
+    void lookForSensors();
+    void rediscoverSensors();
+
     Platform& platform_;
     bool isUITest_;
     bool shouldShowPreferencesOnLaunch_;
@@ -67,6 +82,11 @@ private:
     std::unique_ptr<RefreshScheduler> scheduler_;
     std::unique_ptr<LoginItemManaging> loginItem_;
     std::unique_ptr<UpdaterManaging> updater_;
+    /// None where no sensors of the machine are read.
+    std::optional<MainLoop::Duration> lookedAt_;
+    Subscription rediscovery_;
+    Subscription polling_;
+    Subscription interval_;
 };
 
 }  // namespace thermopix

@@ -64,6 +64,11 @@ void StatusItemController::startTicking() {
     };
     // Nobody sees a pet blink on a dark display.
     scheduler.onSleep = [this] { blinking_.stop(); };
+    environment_.onLateReading = [this] {
+        if (!environment_.scheduler().isAsleep()) {
+            refresh();
+        }
+    };
     scheduler.start(environment_.preferences().refreshInterval);
 }
 
@@ -81,15 +86,17 @@ void StatusItemController::redraw() {
         return;
     }
     const Appearance appearance = environment_.preferences().appearance(blinking_.areEyesClosed());
-    if (lastRendered_ == lastDrawn_ && lastAppearance_ == appearance) {
+    const auto& answering = environment_.monitor().answering();
+    if (lastRendered_ == lastDrawn_ && lastAppearance_ == appearance && lastAnswering_ == answering) {
         return;
     }
     lastRendered_ = lastDrawn_;
     lastAppearance_ = appearance;
+    lastAnswering_ = answering;
     const Display& display = *lastRendered_;
     if (statusItem_->hasButton()) {
-        statusItem_->setImage(
-            {StatusImageRenderer::image(display, appearance), PixelRasterizer::digitsBitmap(display)});
+        statusItem_->setImage({StatusImageRenderer::image(display, appearance), PixelRasterizer::digitsBitmap(display),
+                               answering ? fallbackNote(*answering) : std::string()});
     }
     menuController_.update(display);
 }

@@ -153,7 +153,7 @@ template <>
 struct Fields<UpdatePopupMenu> : FieldsOf<&UpdatePopupMenu::menu> {};
 
 template <>
-struct Fields<SetStripReadout> : FieldsOf<&SetStripReadout::image> {};
+struct Fields<SetStripReadout> : FieldsOf<&SetStripReadout::image, &SetStripReadout::note> {};
 
 template <>
 struct Fields<SetStripMenu> : FieldsOf<&SetStripMenu::menu> {};

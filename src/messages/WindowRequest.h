@@ -83,6 +83,8 @@ struct UpdatePopupMenu {
 /// What the strip shows, and says by the description.
 struct SetStripReadout {
     StatusImage image;
+    /// For the tool tip, below the description.
+    std::string note{};
 };
 
 /// The menu behind a click on the strip.

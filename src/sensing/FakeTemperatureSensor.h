@@ -19,9 +19,11 @@ public:
     using TemperatureSensing::sample;
     [[nodiscard]] bool isAvailable() const override { return available; }
     void sample(SensorNamePredicate wanted, std::vector<SensorSample>& found) override;
+    [[nodiscard]] bool isAwaitingAnswer() const override { return awaitsAnswer; }
     void refresh() override;
 
     bool available;
+    bool awaitsAnswer = false;
     std::vector<SensorSample> samples;
     std::int64_t sampleCallCount = 0;
     std::int64_t refreshCallCount = 0;

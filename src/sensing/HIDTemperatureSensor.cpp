@@ -65,12 +65,15 @@ bool HIDTemperatureSensor::isAvailable() const {
 
 void HIDTemperatureSensor::sample(SensorNamePredicate wanted, std::vector<SensorSample>& samples) {
     SampleWriter writer(samples);
+    isAwaitingAnswer_ = false;
     for (const auto& sensor : sensors_) {
         if (!wanted(sensor.name)) {
             continue;
         }
         if (const auto celsius = read(sensor)) {
             writer.append(sensor.name, *celsius);
+        } else if (isAwaited(sensor)) {
+            isAwaitingAnswer_ = true;
         }
     }
 }
@@ -93,6 +96,10 @@ std::optional<double> HIDTemperatureSensor::read(const NamedService& sensor) con
     }
     const double celsius = symbols_->getFloat(event.get(), temperatureLevelField);
     return isPlausible(celsius) ? std::optional(celsius) : std::nullopt;
+}
+
+bool HIDTemperatureSensor::isAwaited(const NamedService& sensor) const {
+    return symbols_ && symbols_->isAwaited && symbols_->isAwaited(sensor.service.get());
 }
 
 void HIDTemperatureSensor::resolveSensors() {

@@ -49,6 +49,7 @@ public:
     [[nodiscard]] bool isAvailable() const override;
     void sample(SensorNamePredicate wanted, std::vector<SensorSample>& samples) override;
     void refresh() override;
+    [[nodiscard]] bool isAwaitingAnswer() const override { return isAwaitingAnswer_; }
 
     [[nodiscard]] const Availability& availability() const { return availability_; }
 
@@ -60,12 +61,14 @@ public:
 
 private:
     void resolveSensors();
+    [[nodiscard]] bool isAwaited(const NamedService& sensor) const;
 
     DiagnosticLog& log_;
     std::optional<HIDSymbols> symbols_;
     HIDObject client_;
     std::vector<NamedService> sensors_;
     Availability availability_;
+    bool isAwaitingAnswer_ = false;
 };
 
 [[nodiscard]] bool isPlausible(double celsius);

@@ -26,6 +26,9 @@ Display TemperatureMonitor::poll(SensorSource source, TemperatureUnit unit) {
         follow(source);
     }
     const auto reading = sampleStages();
+    if (reading) {
+        noteAnswer();
+    }
     const ThermalPressure pressure = pressureReader_();
     return reading ? displayOfReading(*reading, unit, pressure) : displayWithoutReading(unit, pressure);
 }
@@ -40,10 +43,14 @@ void TemperatureMonitor::reset() {
 }
 
 std::int64_t TemperatureMonitor::readableSensorCount() {
-    if (!cachedReadableSensorCount_) {
-        cachedReadableSensorCount_ = static_cast<std::int64_t>(sensor_.sample().size());
+    if (cachedReadableSensorCount_) {
+        return *cachedReadableSensorCount_;
     }
-    return *cachedReadableSensorCount_;
+    const auto count = static_cast<std::int64_t>(sensor_.sample().size());
+    if (!sensor_.isAwaitingAnswer()) {
+        cachedReadableSensorCount_ = count;
+    }
+    return count;
 }
 
 void TemperatureMonitor::follow(SensorSource source) {
@@ -55,14 +62,22 @@ void TemperatureMonitor::follow(SensorSource source) {
         stages_.emplace_back(patterns);
     }
     lastStage_ = 0;
+    loggedStage_ = 0;
 }
 
 std::optional<double> TemperatureMonitor::sampleStages() {
     for (lastStage_ = 0;; ++lastStage_) {
         const auto hottest = stages_[lastStage_].sample(sensor_);
-        if (hottest || lastStage_ + 1 == stages_.size()) {
+        if (hottest || lastStage_ + 1 == stages_.size() || sensor_.isAwaitingAnswer()) {
             return hottest;
         }
+    }
+}
+
+void TemperatureMonitor::noteAnswer() {
+    answering_ = {*smoothedSource_, lastStage_, lastStage_ == 0 ? 0 : lastSamples().size()};
+    if (std::exchange(loggedStage_, lastStage_) != lastStage_) {
+        log_.diag("sensor", lastStage_ == 0 ? "the sensors of the source answer again" : fallbackNote(*answering_));
     }
 }
 
@@ -82,6 +97,7 @@ Display TemperatureMonitor::displayWithoutReading(TemperatureUnit unit, ThermalP
         return {smoother_.displayed(), unit, pressure, isHot, lastMood_.value_or(PetMood::content)};
     }
     rediscoverIfDue();
+    answering_.reset();
     smoother_.reset();
     lastMood_ = isElevated(pressure) ? PetMood::scorching : PetMood::content;
     return {std::nullopt, unit, pressure, isElevated(pressure), *lastMood_};

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "sensing/AnsweringStage.h"
 #include "sensing/Display.h"
 #include "sensing/SamplingStage.h"
 #include "sensing/SensorSource.h"
@@ -35,15 +36,21 @@ public:
 
     [[nodiscard]] bool isSensorAvailable() const { return sensor_.isAvailable(); }
 
-    /// How many sensors deliver an accepted reading, counted once until `reset()`.
+    /// How many sensors deliver an accepted reading, counted until all have answered and then kept until `reset()`.
     [[nodiscard]] std::int64_t readableSensorCount();
 
     /// The samples of the stage that answered the last poll; empty after a failed one.
     [[nodiscard]] const std::vector<SensorSample>& lastSamples() const { return stages_[lastStage_].samples(); }
 
+    /// What the reading that is shown comes from; none while none is.
+    [[nodiscard]] const std::optional<AnsweringStage>& answering() const { return answering_; }
+
 private:
     void follow(SensorSource source);
+    /// The hottest of the first stage that answers; a stage whose answer is still to come is not passed over.
     [[nodiscard]] std::optional<double> sampleStages();
+    /// Takes down which stage has answered, and says so when it is another than before.
+    void noteAnswer();
     [[nodiscard]] Display displayOfReading(double celsius, TemperatureUnit unit, ThermalPressure pressure);
     [[nodiscard]] Display displayWithoutReading(TemperatureUnit unit, ThermalPressure pressure);
     void rediscoverIfDue();
@@ -58,6 +65,9 @@ private:
     /// The stages of the smoothed source, never empty, and which of them answered the last poll or was asked last.
     std::vector<SamplingStage> stages_ = std::vector<SamplingStage>(1);
     std::size_t lastStage_ = 0;
+    std::optional<AnsweringStage> answering_;
+    /// The stage that the log knows of.
+    std::size_t loggedStage_ = 0;
     std::optional<std::int64_t> cachedReadableSensorCount_;
 };
 

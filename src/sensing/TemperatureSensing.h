@@ -35,6 +35,9 @@ public:
         return sample([](std::string_view) { return true; });
     }
 
+    /// Whether a sensor that the last sampling wanted is missing only because its answer is still to come.
+    [[nodiscard]] virtual bool isAwaitingAnswer() const { return false; }
+
     /// Rediscovers the sensors; does nothing in a backend without rediscovery.
     virtual void refresh() {}
 };

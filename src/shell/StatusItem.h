@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "pixels/StatusImage.h"
 #include "shell/Menu.h"
@@ -13,6 +14,8 @@ struct StatusItemImage {
     StatusImage readout;
     /// The digits alone, for bars that give every item a square.
     PixelBitmap digits;
+    /// What else is to be known of the reading, for those who ask by pointing at it; empty for nothing.
+    std::string note{};
 
     friend bool operator==(const StatusItemImage&, const StatusItemImage&) = default;
 };

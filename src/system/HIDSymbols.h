@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -9,6 +10,8 @@
 #include <string_view>
 #include <variant>
 #include <vector>
+
+#include "base/Subscription.h"
 
 namespace thermopix {
 
@@ -37,6 +40,10 @@ struct HIDSymbols {
     std::function<std::optional<HIDProperty>(void* service, std::string_view key)> copyProperty;
     std::function<HIDObject(void* service, std::int64_t type, std::int32_t options, std::int64_t timestamp)> copyEvent;
     std::function<double(void* event, std::int32_t field)> getFloat;
+
+    /// Whether the service's last event is missing only because it is still being read; empty where reads are waited
+    /// for.
+    std::function<bool(void* service)> isAwaited{};
 };
 
 /// The complete table, or what was missing.
@@ -45,11 +52,27 @@ struct HIDSymbolResolution {
     std::string failed;
 };
 
+/// How events will be asked for, and what is told meanwhile, on the asking thread.
+struct SensorPolls {
+    std::chrono::nanoseconds interval{};
+    /// An event has come that an earlier poll was left without.
+    std::function<void()> onLate;
+    /// Services have come or gone since they were listed.
+    std::function<void()> onChange;
+};
+
 class HIDSymbolLoader {
 public:
     virtual ~HIDSymbolLoader() = default;
 
     [[nodiscard]] virtual HIDSymbolResolution load() = 0;
+
+    /// From now on events are asked for on a thread that must not wait, while the subscription lasts: what is slow is
+    /// read beside it. Does nothing where every read is waited for.
+    [[nodiscard]] virtual Subscription poll(SensorPolls /*polls*/) { return {}; }
+
+    /// A cheap look at whether services have come or gone since they were listed.
+    [[nodiscard]] virtual bool hasChanged() { return false; }
 };
 
 /// Looks up all six functions by their names in the framework; the first that does not resolve is reported.

@@ -60,7 +60,8 @@ protected:
         HIDTemperatureSensor sensor(loader, log);
         const SteppingClock clock;
         const auto before = loader.copyEventCount;
-        EXPECT_DOUBLE_EQ(measure(ReadCost(sensor, clock)), 0.001);
+        ReadCost cost(sensor, clock);
+        EXPECT_DOUBLE_EQ(measure(cost).milliseconds, 0.001);
         const auto reads = loader.copyEventCount - before;
         EXPECT_EQ(reads % passes, 0);
         return reads / passes;
@@ -71,27 +72,54 @@ protected:
 };
 
 TEST_F(ReadCostTest, ATickStopsAfterTheFirstStageThatReads) {
-    const auto tick = [](const ReadCost& cost) { return cost.ofTick(samplingStages(SensorSource::gpu)); };
+    const auto tick = [](ReadCost& cost) { return cost.ofTick(samplingStages(SensorSource::gpu)); };
     EXPECT_EQ(readsPerPass({{"GPU MTR Temp Sensor1", 40.0}, {"CPU", 50.0}, {"tdie", 50.0}}, tick), 1);
 }
 
 TEST_F(ReadCostTest, ATickGoesOnWhenTheReadingsOfAStageAreOutsideTheBand) {
-    const auto tick = [](const ReadCost& cost) { return cost.ofTick(samplingStages(SensorSource::gpu)); };
+    const auto tick = [](ReadCost& cost) { return cost.ofTick(samplingStages(SensorSource::gpu)); };
     EXPECT_EQ(readsPerPass({{"GPU MTR Temp Sensor1", 150.5}, {"CPU", 50.0}, {"tdie", 50.0}}, tick), 1 + 2);
 }
 
 TEST_F(ReadCostTest, ATickReadsNoMoreStagesThanItIsGiven) {
-    const auto tick = [](const ReadCost& cost) { return cost.ofTick(samplingStages(SensorSource::gpu).first(1)); };
+    const auto tick = [](ReadCost& cost) { return cost.ofTick(samplingStages(SensorSource::gpu).first(1)); };
     EXPECT_EQ(readsPerPass({{"GPU MTR Temp Sensor1", 0.5}, {"CPU", 50.0}}, tick), 1);
 }
 
 TEST_F(ReadCostTest, NamedSensorsAreReadWhetherOrNotTheyAnswer) {
-    const auto named = [](const ReadCost& cost) { return cost.ofSensors({"CPU", "Fan", "No such sensor"}); };
+    const auto named = [](ReadCost& cost) { return cost.ofSensors({"CPU", "Fan", "No such sensor"}); };
     EXPECT_EQ(readsPerPass({{"CPU", 50.0}, {"CPU", std::nullopt}, {"Fan", 500.0}, {"GPU", 50.0}}, named), 3);
 }
 
+/// Moves on by 251 ms in the first read and not at all after it.
+class SlowStartClock final : public MonotonicClock {
+public:
+    [[nodiscard]] nanoseconds now() const override { return std::chrono::milliseconds(readings_++ == 0 ? 0 : 251); }
+
+private:
+    mutable int readings_ = 0;
+};
+
+TEST_F(ReadCostTest, ASlowSensorIsReadOnceAndCountsInEveryCost) {
+    loader.services = {{"CPU", 50.0}, {"GPU MTR Temp Sensor1", 40.0}};
+    HIDTemperatureSensor sensor(loader, log);
+    const SlowStartClock clock;
+    ReadCost cost(sensor, clock);
+    for (int i = 0; i < 3; ++i) {
+        const auto ofTick = cost.ofTick(samplingStages(SensorSource::cpu));
+        EXPECT_DOUBLE_EQ(ofTick.milliseconds, 251);
+        EXPECT_EQ(ofTick.readOnce, 1);
+    }
+    EXPECT_EQ(loader.copyEventCount, 1);
+
+    const auto everySensor = cost.ofEverySensor();
+    EXPECT_DOUBLE_EQ(everySensor.milliseconds, 251);
+    EXPECT_EQ(everySensor.readOnce, 1);
+    EXPECT_EQ(cost.ofTick(samplingStages(SensorSource::gpu)).readOnce, 0);
+}
+
 TEST_F(ReadCostTest, EverySensorIsOneWholeSample) {
-    const auto every = [](const ReadCost& cost) { return cost.ofEverySensor(); };
+    const auto every = [](ReadCost& cost) { return cost.ofEverySensor(); };
     EXPECT_EQ(readsPerPass(laptopServices(), every), 12);
 }
 

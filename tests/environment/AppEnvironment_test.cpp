@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 namespace thermopix {
 namespace {
 
+using namespace std::chrono_literals;
 using Words = std::vector<std::string>;
 
 class AppEnvironmentTest : public testing::Test {
@@ -236,6 +238,66 @@ TEST_F(AppEnvironmentTest, FailedLoginItemWriteIsLoggedAndSnapsBack) {
     EXPECT_FALSE(environment.setOpenAtLogin(true));
     EXPECT_EQ(platform.recordingLog.lines.back(), "login: setOpenAtLogin(true) failed: file write: no permission");
     EXPECT_FALSE(stored().openAtLogin);
+}
+
+TEST_F(AppEnvironmentTest, TheSensorsKnowAtWhichIntervalTheyAreRead) {
+    auto environment = made({"thermopix"});
+    EXPECT_EQ(platform.hid.polls.interval, 2s);
+    environment.store().set(&Preferences::refreshInterval, RefreshInterval::tenSeconds);
+    EXPECT_EQ(platform.hid.polls.interval, 10s);
+    EXPECT_EQ(platform.hid.endedPolls, 1);
+    int late = 0;
+    environment.onLateReading = [&late] { ++late; };
+    platform.hid.polls.onLate();
+    EXPECT_EQ(late, 1);
+}
+
+TEST_F(AppEnvironmentTest, SensorsThatComeOrGoWithoutAWordAreFoundByALookEveryTwentySeconds) {
+    platform.hid.services = {{"CPU", 50}};
+    auto environment = made({"thermopix"});
+    platform.recordingLog.lines.clear();
+    auto& loop = platform.manualMainLoop;
+    const auto poll = [&] { static_cast<void>(environment.currentDisplay()); };
+    loop.advance(20s - 1ns);
+    poll();
+    EXPECT_EQ(platform.hid.looks, 0);
+    loop.advance(1ns);
+    poll();
+    poll();
+    EXPECT_EQ(platform.hid.looks, 1);
+    loop.advance(1s);
+    EXPECT_EQ(platform.log().lines, Words{});
+
+    platform.hid.changed = true;
+    loop.advance(20s);
+    poll();
+    loop.advance(499ms);
+    EXPECT_EQ(platform.log().lines, Words{});
+    loop.advance(1ms);
+    EXPECT_EQ(platform.log().lines, Words{"sensor: sensors have come or gone; re-resolving sensors"});
+}
+
+TEST_F(AppEnvironmentTest, ABurstOfChangesIsOneRediscovery) {
+    auto environment = made({"thermopix"});
+    platform.recordingLog.lines.clear();
+    for (int i = 0; i < 9; ++i) {
+        platform.hid.polls.onChange();
+        platform.manualMainLoop.advance(50ms);
+    }
+    EXPECT_EQ(platform.log().lines, Words{});
+    platform.manualMainLoop.advance(50ms);
+    EXPECT_EQ(platform.log().lines.size(), 1U);
+    platform.hid.polls.onChange();
+    platform.manualMainLoop.advance(500ms);
+    EXPECT_EQ(platform.log().lines.size(), 2U);
+}
+
+TEST_F(AppEnvironmentTest, AMadeUpSensorIsNotLookedFor) {
+    auto environment = made({"thermopix", "--uitest-fake-sensor"});
+    platform.manualMainLoop.advance(60s);
+    static_cast<void>(environment.currentDisplay());
+    EXPECT_EQ(platform.hid.looks, 0);
+    EXPECT_EQ(platform.hid.polls.interval, 0s);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "system/HIDSymbols.h"
@@ -76,6 +77,15 @@ public:
         return true;
     }
 
+    [[nodiscard]] Subscription poll(SensorPolls asked) override {
+        polls = std::move(asked);
+        return Subscription([this] { ++endedPolls; });
+    }
+    [[nodiscard]] bool hasChanged() override {
+        ++looks;
+        return changed;
+    }
+
     struct EventRequest {
         std::int64_t type = 0;
         std::int32_t options = -1;
@@ -88,6 +98,12 @@ public:
     bool createsClient = true;
     bool listsServices = true;
     std::set<std::string> missing;
+
+    SensorPolls polls;
+    std::int64_t endedPolls = 0;
+    std::int64_t looks = 0;
+    /// What a look finds.
+    bool changed = false;
 
     std::string openedPath;
     std::vector<std::string> lookedUp;

@@ -105,6 +105,36 @@ TEST_F(StatusItemControllerTest, ATickThatChangesTheDisplayDrawsOnce) {
     EXPECT_NE(bar.menus.back().items[0].title, "57°C");
 }
 
+TEST_F(StatusItemControllerTest, TheNoteFollowsTheAnsweringStageThoughThePictureIsTheSame) {
+    createAndDraw();
+    EXPECT_EQ(bar.images.back().note, "");
+    const std::vector<std::vector<SensorSample>> machines = {
+        {{"GPU MTR Temp Sensor1", 57}, {"SOC MTR Temp Sensor1", 57}},
+        {{"GPU MTR Temp Sensor1", 57}},
+        {{"pACC MTR Temp Sensor1", 57}}};
+    std::vector<std::string> notes;
+    for (const auto& machine : machines) {
+        sensor().samples = machine;
+        loop.advance(4s);
+        notes.push_back(bar.images.back().note);
+        EXPECT_EQ(bar.images.back().readout, bar.images.front().readout);
+    }
+    EXPECT_EQ(notes, (std::vector<std::string>{"No CPU sensor answers: hottest of 2 others",
+                                               "No CPU sensor answers: one other does", ""}));
+    EXPECT_EQ(bar.images.size(), 4U);
+}
+
+TEST_F(StatusItemControllerTest, ALateReadingIsShownAtOnceUnlessTheDisplaysSleep) {
+    createAndDraw();
+    setCelsius(90);
+    environment.onLateReading();
+    EXPECT_EQ(polls(), 2);
+    EXPECT_EQ(bar.images.size(), 2U);
+    platform.manualSleep.send(SleepNotification::screensDidSleep);
+    environment.onLateReading();
+    EXPECT_EQ(polls(), 2);
+}
+
 TEST_F(StatusItemControllerTest, EachSettingOfTheReadingIsDrawnAtOnceWithAFreshReading) {
     createAndDraw();
     auto& store = environment.store();

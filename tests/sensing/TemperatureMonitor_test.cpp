@@ -105,6 +105,32 @@ TEST_F(TemperatureMonitorTest, AFailedPollLeavesNoSamples) {
     EXPECT_EQ(sensor.sampleCallCount, 4);
 }
 
+TEST_F(TemperatureMonitorTest, AStageWhoseAnswerIsStillToComeIsNotPassedOver) {
+    sensor.samples = {{"PMU tdie1", 52}};
+    sensor.awaitsAnswer = true;
+    EXPECT_EQ(monitor.poll(SensorSource::gpu, celsius).value, std::nullopt);
+    EXPECT_EQ(sensor.sampleCallCount, 1);
+
+    sensor.awaitsAnswer = false;
+    EXPECT_EQ(monitor.poll(SensorSource::gpu, celsius).value, 52);
+}
+
+TEST_F(TemperatureMonitorTest, AReadingCountsThoughAnotherSensorIsStillAwaited) {
+    sensor.awaitsAnswer = true;
+    EXPECT_EQ(poll().value, 61);
+}
+
+TEST_F(TemperatureMonitorTest, SensorsAreCountedAnewUntilAllHaveAnswered) {
+    sensor.awaitsAnswer = true;
+    sensor.samples.resize(3);
+    EXPECT_EQ(monitor.readableSensorCount(), 3);
+    sensor.awaitsAnswer = false;
+    sensor.samples.resize(5);
+    EXPECT_EQ(monitor.readableSensorCount(), 5);
+    sensor.samples.resize(1);
+    EXPECT_EQ(monitor.readableSensorCount(), 5);
+}
+
 TEST_F(TemperatureMonitorTest, ResetKeepsTheLastSamples) {
     (void)poll();
     const auto samples = monitor.lastSamples();
@@ -285,6 +311,45 @@ TEST_F(TemperatureMonitorTest, PassesTheAvailabilityOn) {
     EXPECT_TRUE(monitor.isSensorAvailable());
     sensor.available = false;
     EXPECT_FALSE(monitor.isSensorAvailable());
+}
+
+TEST_F(TemperatureMonitorTest, SaysWhichStageAnswersAndLogsEachChangeOnce) {
+    sensor.samples = {{"CPU", 50}, {"GPU MTR Temp Sensor1", 60}, {"PMU tdie1", 70}};
+    pollTimes(2);
+    EXPECT_EQ(monitor.answering(), (AnsweringStage{cpu, 0, 0}));
+    EXPECT_TRUE(log.lines.empty());
+
+    sensor.samples = {{"GPU MTR Temp Sensor1", 60}, {"SOC MTR Temp Sensor1", 61}};
+    pollTimes(2);
+    EXPECT_EQ(monitor.answering(), (AnsweringStage{cpu, 1, 2}));
+    sensor.samples = {{"PMU tdie1", 70}};
+    pollTimes(2);
+    EXPECT_EQ(monitor.answering(), (AnsweringStage{cpu, 2, 1}));
+    sensor.samples = {{"CPU", 50}};
+    pollTimes(2);
+    EXPECT_EQ(log.lines, (std::vector<std::string>{"sensor: No CPU sensor answers: hottest of 2 others",
+                                                   "sensor: No CPU sensor answers: one other does",
+                                                   "sensor: the sensors of the source answer again"}));
+}
+
+TEST_F(TemperatureMonitorTest, TheAnsweringStageIsThatOfTheReadingShown) {
+    EXPECT_EQ(monitor.answering(), std::nullopt);
+    read(50);
+    pollTimes(1);
+    const auto answering = monitor.answering();
+    EXPECT_NE(answering, std::nullopt);
+    fail();
+    pollTimes(2);
+    EXPECT_EQ(monitor.answering(), answering);
+    pollTimes(1);
+    EXPECT_EQ(monitor.answering(), std::nullopt);
+}
+
+TEST(AnsweringStage, TheNoteNamesWhatIsMissing) {
+    EXPECT_EQ(fallbackNote({SensorSource::gpu, 0, 0}), "");
+    EXPECT_EQ(fallbackNote({SensorSource::gpu, 1, 3}), "No GPU sensor answers: hottest of 3 others");
+    EXPECT_EQ(fallbackNote({SensorSource::storage, 2, 1}), "No Storage sensor answers: one other does");
+    EXPECT_EQ(fallbackNote({SensorSource::hottest, 1, 2}), "No CPU, GPU or SoC sensor answers: hottest of 2 others");
 }
 
 /// Answers more than was asked for.

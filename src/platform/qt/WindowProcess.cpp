@@ -121,7 +121,7 @@ void WindowProcess::handle(const UpdatePopupMenu& request) {
 }
 
 void WindowProcess::handle(const SetStripReadout& request) {
-    madeStrip().setReadout(request.image);
+    madeStrip().setReadout(request.image, request.note);
 }
 
 void WindowProcess::handle(const SetStripMenu& request) {

@@ -41,8 +41,8 @@ std::string objectPath() {
     return path;
 }
 
-// What lets a window come to the front: where a launcher leaves it, and how it is handed on. The first that is there
-// holds.
+// What lets a window come to the front: where a launcher leaves it, and how it is handed on. The first one found
+// counts.
 struct ActivationToken {
     const char* variable;
     const char* key;

@@ -30,10 +30,11 @@ LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
     : standardOutput_(STDOUT_FILENO),
       standardError_(STDERR_FILENO),
       systemInformation_(sysfsRoot()),
-      thermalState_(sysfsRoot()),
+      sensorPolling_(clock_, &makeWakeUp),
+      thermalState_(sysfsRoot(), systemFileAccess(), sensorPolling_),
       nvidia_({.find = [] { return companionProgram(runningProgram().parent_path(), NvidiaProtocol::executable); }},
               clock_, log_),
-      hidSymbols_(sysfsRoot(), &nvidia_),
+      hidSymbols_(sysfsRoot(), &nvidia_, systemFileAccess(), sensorPolling_),
       sensorCapture_(sysfsRoot()),
       configurationFolder_(configurationFolder(variables)),
       settingsFolder_(thermopix::settingsFolder(variables)),
@@ -58,6 +59,8 @@ DesktopNotification& LinuxPlatform::notices(std::optional<DesktopNotification>& 
 GLibMainLoop& LinuxPlatform::mainLoop() {
     if (!mainLoop_) {
         mainLoop_ = std::make_unique<GLibMainLoop>();
+        kernelEvents_ =
+            std::make_unique<KernelEvents>(KernelEvents::openSocket(), [this] { sensorPolling_.noteChange(); });
     }
     return *mainLoop_;
 }
@@ -66,7 +69,6 @@ SleepNotifications& LinuxPlatform::sleepNotifications() {
     if (!sleepNotifications_) {
         sleepNotifications_ =
             std::make_unique<DBusSleepNotifications>(followsDisplays_ ? sessionBus() : nullptr, mainLoop());
-        wake_ = sleepNotifications_->observe(SleepNotification::didWake, [this] { thermalState_.rediscover(); });
     }
     return *sleepNotifications_;
 }

@@ -8,6 +8,7 @@
 #include "environment/Log.h"
 #include "platform/linux/application/DBusSleepNotifications.h"
 #include "platform/linux/application/JournalLog.h"
+#include "platform/linux/application/KernelEvents.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/files/FileUserDefaultsDatabases.h"
 #include "platform/linux/glib/GLibMainLoop.h"
@@ -68,6 +69,7 @@ private:
     StandardOutputStream standardError_;
     LinuxMonotonicClock clock_;
     LinuxSystemInformation systemInformation_;
+    SensorPolling sensorPolling_;
     SysfsThermalState thermalState_;
     NvidiaCards nvidia_;
     SysfsHIDSymbols hidSymbols_;
@@ -77,6 +79,7 @@ private:
     FileUserDefaultsDatabases userDefaults_;
     std::shared_ptr<UserDefaults> defaults_ = userDefaults_.standard();
     std::unique_ptr<GLibMainLoop> mainLoop_;
+    std::unique_ptr<KernelEvents> kernelEvents_;
     std::optional<BusConnection> sessionBus_;
     /// The updater's.
     BusConnection systemBus_;
@@ -84,7 +87,6 @@ private:
     std::optional<DesktopNotification> settingsNotice_;
     std::optional<DesktopNotification> loginNotice_;
     std::unique_ptr<DBusSleepNotifications> sleepNotifications_;
-    Subscription wake_;
 };
 
 }  // namespace thermopix

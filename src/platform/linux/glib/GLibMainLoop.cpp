@@ -20,6 +20,8 @@ struct GLibMainLoop::Schedule : std::enable_shared_from_this<Schedule> {
     Schedule() : source(g_source_new(&functions, sizeof(Source))) {
         reinterpret_cast<Source*>(source.get())->schedule = this;
         g_source_set_static_name(source.get(), "thermopix timers");
+        // The bus is served before the timers, however many of them are due.
+        g_source_set_priority(source.get(), G_PRIORITY_DEFAULT + 1);
         g_source_attach(source.get(), nullptr);
     }
 
@@ -48,6 +50,7 @@ struct GLibMainLoop::Schedule : std::enable_shared_from_this<Schedule> {
                 works.erase(*id);
             }
             (*work)();
+            timers.workEnded(*id, monotonicNow());
         }
         arm();
     }

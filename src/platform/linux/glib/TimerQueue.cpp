@@ -52,4 +52,12 @@ std::optional<TimerQueue::Id> TimerQueue::takeDue(Duration now) {
     return id;
 }
 
+void TimerQueue::workEnded(Id id, Duration now) {
+    const auto timer = std::find_if(timers_.begin(), timers_.end(), [id](const Timer& t) { return t.id == id; });
+    if (timer != timers_.end() && timer->period != Duration::zero() && timer->deadline <= now) {
+        timer->deadline = now + timer->period;
+        timer->latest = timer->deadline + timer->leeway;
+    }
+}
+
 }  // namespace thermopix

@@ -30,6 +30,10 @@ public:
     /// goes on with its first deadline after `now`. None when nothing (more) is due.
     [[nodiscard]] std::optional<Id> takeDue(Duration now);
 
+    /// What a timer ran has ended. One that ran into its own next deadline counts its period from here, so that the
+    /// rest of the program has its turn between two long runs.
+    void workEnded(Id id, Duration now);
+
     /// False for a timer that is over.
     [[nodiscard]] bool contains(Id id) const;
 

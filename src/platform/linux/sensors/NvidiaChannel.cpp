@@ -2,8 +2,9 @@
 
 namespace thermopix {
 
-NvidiaChannel::NvidiaChannel(FileAccess& access, const SensorDevice& device, NvidiaCards& cards)
+NvidiaChannel::NvidiaChannel(FileAccess& access, const SensorDevice& device, NvidiaCards& cards, SensorPolling& polling)
     : cards_(cards),
+      polling_(polling),
       card_(cards.card(device.device.filename())),
       power_(access, device.device, RuntimePower::Asked::always) {}
 
@@ -12,7 +13,7 @@ std::optional<double> NvidiaChannel::read() {
         cards_.drop(*card_);
         return std::nullopt;
     }
-    return cards_.readInPlace(*card_);
+    return polling_.reader() == nullptr ? cards_.readInPlace(*card_) : cards_.read(*card_, polling_.interval());
 }
 
 }  // namespace thermopix

@@ -7,6 +7,7 @@
 #include "platform/linux/sensors/RuntimePower.h"
 #include "platform/linux/sensors/SensorChannel.h"
 #include "platform/linux/sensors/SensorDevice.h"
+#include "platform/linux/sensors/SensorPolling.h"
 
 namespace thermopix {
 
@@ -14,13 +15,15 @@ namespace thermopix {
 /// reading asks first, since the library would wake it.
 class NvidiaChannel final : public SensorChannel {
 public:
-    /// `cards` outlive the channel.
-    NvidiaChannel(FileAccess& access, const SensorDevice& device, NvidiaCards& cards);
+    /// `cards` and `polling` outlive the channel.
+    NvidiaChannel(FileAccess& access, const SensorDevice& device, NvidiaCards& cards, SensorPolling& polling);
 
     [[nodiscard]] std::optional<double> read() override;
+    [[nodiscard]] bool isAwaited() const override { return card_->isAwaited; }
 
 private:
     NvidiaCards& cards_;
+    SensorPolling& polling_;
     std::shared_ptr<NvidiaCards::Card> card_;
     RuntimePower power_;
 };

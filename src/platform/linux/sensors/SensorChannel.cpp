@@ -1,5 +1,7 @@
 #include "platform/linux/sensors/SensorChannel.h"
 
+#include <cerrno>
+
 namespace thermopix {
 
 SysfsChannel::SysfsChannel(FileAccess& access, const SensorDevice& device, const SensorDevice::Channel& channel)
@@ -14,7 +16,13 @@ std::optional<double> SysfsChannel::read() {
         return std::nullopt;
     }
     const auto millidegrees = input_.readInteger();
-    return millidegrees ? std::optional(static_cast<double>(*millidegrees) / 1000.0) : std::nullopt;
+    if (!millidegrees) {
+        isGone_ = hasAnswered_ && errno == ENODEV;
+        return std::nullopt;
+    }
+    hasAnswered_ = true;
+    isGone_ = false;
+    return static_cast<double>(*millidegrees) / 1000.0;
 }
 
 }  // namespace thermopix

@@ -20,7 +20,7 @@ constexpr std::string_view nameProperty = "Product";
 
 struct Service {
     std::string name;
-    std::unique_ptr<SensorChannel> channel;
+    std::shared_ptr<SensorChannel> channel;
     /// Set for a sensor other than a card, on a machine with cards: told of every reading.
     NvidiaCards* cards = nullptr;
     std::uint64_t lastSeenCardReading = 0;
@@ -34,35 +34,6 @@ HIDObject owned(std::unique_ptr<Service> service) {
 
 HIDObject borrowed(void* object) {
     return {object, [](void*) {}};
-}
-
-std::vector<HIDObject> makeServices(const std::filesystem::path& root, NvidiaCards* nvidia, FileAccess& access) {
-    auto devices = discoverSensorDevices(root);
-    const auto cards = discoverNvidiaCards(root);
-    const auto firstCard = devices.size();
-    const bool hasCards = nvidia != nullptr && !cards.empty() && nvidia->areReadable();
-    if (hasCards) {
-        devices.insert(devices.end(), cards.begin(), cards.end());
-    }
-
-    std::vector<HIDObject> services;
-    for (auto& named : nameChannels(devices)) {
-        const auto& device = devices[named.device];
-        auto service = std::make_unique<Service>();
-        service->name = std::move(named.name);
-        if (named.device >= firstCard) {
-            service->channel = std::make_unique<NvidiaChannel>(access, device, *nvidia);
-        } else {
-            auto channel = std::make_unique<SysfsChannel>(access, device, device.channels[named.channel]);
-            if (!channel->isOpen()) {
-                continue;
-            }
-            service->channel = std::move(channel);
-            service->cards = hasCards ? nvidia : nullptr;
-        }
-        services.push_back(owned(std::move(service)));
-    }
-    return services;
 }
 
 std::optional<HIDProperty> productOf(void* service, std::string_view key) {
@@ -84,21 +55,62 @@ HIDObject readService(void* object) {
 
 }  // namespace
 
-SysfsHIDSymbols::SysfsHIDSymbols(std::filesystem::path root, NvidiaCards* nvidia, FileAccess& access)
-    : root_(std::move(root)), nvidia_(nvidia), access_(access) {}
+SysfsHIDSymbols::SysfsHIDSymbols(std::filesystem::path root, NvidiaCards* nvidia, FileAccess& access,
+                                 SensorPolling& polling)
+    : root_(std::move(root)), nvidia_(nvidia), access_(access), polling_(polling), channels_(access, polling) {}
 
 HIDSymbolResolution SysfsHIDSymbols::load() {
     HIDSymbols symbols{
         .create = [this] { return borrowed(this); },
         .setMatching = [](void*, const std::array<HIDMatching, 2>&) {},
-        .copyServices = [this](void*) -> std::optional<std::vector<HIDObject>> {
-            return makeServices(root_, nvidia_, access_);
-        },
+        .copyServices = [this](void*) -> std::optional<std::vector<HIDObject>> { return makeServices(); },
         .copyProperty = productOf,
         .copyEvent = [](void* service, std::int64_t, std::int32_t, std::int64_t) { return readService(service); },
         .getFloat = [](void* event, std::int32_t) { return static_cast<const Service*>(event)->celsius; },
+        .isAwaited = [](void* service) { return static_cast<const Service*>(service)->channel->isAwaited(); },
     };
     return {std::move(symbols), {}};
+}
+
+bool SysfsHIDSymbols::hasChanged() {
+    return folderEntries() != listedEntries_;
+}
+
+std::vector<std::filesystem::path> SysfsHIDSymbols::folderEntries() const {
+    auto found = entries(root_ / "class" / "hwmon");
+    const auto thermal = entries(root_ / "class" / "thermal");
+    found.insert(found.end(), thermal.begin(), thermal.end());
+    return found;
+}
+
+std::vector<HIDObject> SysfsHIDSymbols::makeServices() {
+    listedEntries_ = folderEntries();
+    auto devices = discoverSensorDevices(root_);
+    const auto cards = discoverNvidiaCards(root_);
+    const auto firstCard = devices.size();
+    const bool hasCards = nvidia_ != nullptr && !cards.empty() && nvidia_->areReadable();
+    if (hasCards) {
+        devices.insert(devices.end(), cards.begin(), cards.end());
+    }
+
+    polling_.noteDiscovery();
+    channels_.forgetClosed();
+    std::vector<HIDObject> services;
+    for (auto& named : nameChannels(devices)) {
+        const auto& device = devices[named.device];
+        auto service = std::make_unique<Service>();
+        if (named.device >= firstCard) {
+            service->channel = std::make_shared<NvidiaChannel>(access_, device, *nvidia_, polling_);
+        } else {
+            service->channel = channels_.open(device, device.channels[named.channel]);
+            service->cards = hasCards ? nvidia_ : nullptr;
+        }
+        if (service->channel) {
+            service->name = std::move(named.name);
+            services.push_back(owned(std::move(service)));
+        }
+    }
+    return services;
 }
 
 }  // namespace thermopix

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/sensors/SensorChannel.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
 namespace thermopix {
@@ -18,6 +20,9 @@ enum State { nominal, fair, serious, critical };
 /// How the names of the cooling devices begin that slow the processor down, in older and newer kernels.
 constexpr std::array<std::string_view, 6> processorCooling{
     "Processor", "intel_powerclamp", "cpufreq-", "thermal-cpufreq-", "idle-", "thermal-idle-"};
+
+/// The processor's package, whose trip points are notices that users set, not limits of the machine.
+constexpr std::string_view zoneWithUsersTrips = "x86_pkg_temp";
 
 bool coolsProcessor(std::string_view type) {
     return std::any_of(processorCooling.begin(), processorCooling.end(),
@@ -36,17 +41,18 @@ std::optional<State> stateAt(std::string_view tripType) {
 
 }  // namespace
 
-SysfsThermalState::SysfsThermalState(std::filesystem::path root, FileAccess& access)
-    : root_(std::move(root)), access_(access) {
-    rediscover();
-}
+SysfsThermalState::SysfsThermalState(std::filesystem::path root, FileAccess& access, SensorPolling& polling)
+    : root_(std::move(root)), access_(access), polling_(polling), channels_(access, polling) {}
 
 void SysfsThermalState::rediscover() {
-    zones_.clear();
+    const auto before = std::exchange(zones_, {});
     throttles_.clear();
     const auto folder = root_ / "class" / "thermal";
     for (const auto& entry : numberedEntries(folder, "thermal_zone")) {
         Zone zone;
+        if (readLine(entry.path / "type") == zoneWithUsersTrips) {
+            continue;
+        }
         for (const auto& trip : numberedEntries(entry.path, "trip_point_", "_temp")) {
             const auto type = readLine(entry.path / ("trip_point_" + std::to_string(trip.number) + "_type"));
             const auto state = stateAt(type.value_or(""));
@@ -57,9 +63,10 @@ void SysfsThermalState::rediscover() {
             }
         }
         if (zone.bounds != Zone().bounds) {
-            zone.temperature = SysfsFile(access_, entry.path / "temp");
-            zone.power = RuntimePower(access_, entry.path / "device");
-            if (zone.temperature.isOpen()) {
+            SensorDevice device;
+            device.device = entry.path / "device";
+            zone.temperature = channels_.open(device, SensorDevice::Channel{1, "", entry.path / "temp", {}});
+            if (zone.temperature) {
                 zones_.push_back(std::move(zone));
             }
         }
@@ -74,6 +81,10 @@ void SysfsThermalState::rediscover() {
 }
 
 int SysfsThermalState::thermalState() {
+    if (discovery_ != polling_.discoveries()) {
+        discovery_ = polling_.discoveries();
+        rediscover();
+    }
     int state = nominal;
     for (const auto& zone : zones_) {
         state = std::max(state, stateOf(zone));
@@ -87,12 +98,13 @@ int SysfsThermalState::thermalState() {
 }
 
 int SysfsThermalState::stateOf(const Zone& zone) {
-    const auto temperature = zone.power.isAsleep() ? std::nullopt : zone.temperature.readInteger();
-    if (!temperature) {
+    const auto celsius = zone.temperature->read();
+    if (!celsius) {
         return nominal;
     }
+    const auto temperature = std::llround(*celsius * 1000);
     int state = critical;
-    while (state > nominal && *temperature < zone.bounds[static_cast<std::size_t>(state)]) {
+    while (state > nominal && temperature < zone.bounds[static_cast<std::size_t>(state)]) {
         --state;
     }
     return state;

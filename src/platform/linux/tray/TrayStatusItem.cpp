@@ -84,7 +84,7 @@ constexpr const char* propertyValues = R"({
 'AttentionIconPixmap': <@a(iiay) []>,
 'AttentionMovieName': <''>,
 'AttentionAccessibleDesc': <''>,
-'ToolTip': <('', @a(iiay) [], %s, '')>})";
+'ToolTip': <('', @a(iiay) [], %s, %s)>})";
 
 }  // namespace
 
@@ -214,12 +214,16 @@ void TrayStatusItem::showTitle() {
     if (title.empty()) {
         title = options_.title;
     }
-    if (title == title_) {
+    const bool isNewTitle = title != title_;
+    if (!isNewTitle && image_->note == note_) {
         return;
     }
     title_ = std::move(title);
+    note_ = image_->note;
     properties_.reset();
-    emit("NewTitle");
+    if (isNewTitle) {
+        emit("NewTitle");
+    }
     emit("NewToolTip");
 }
 
@@ -251,8 +255,10 @@ GVariant* TrayStatusItem::properties() {
     const std::string menu = menu_ ? numbered(itemMenuPath) : std::string(noMenuPath);
     // Trays read markup in tool tips.
     const GStringHandle toolTip(g_markup_escape_text(title_.c_str(), -1));
-    properties_.reset(g_variant_ref_sink(g_variant_new_parsed(propertyValues, options_.id.c_str(), title_.c_str(),
-                                                              menu.c_str(), pictures, title_.c_str(), toolTip.get())));
+    const GStringHandle note(g_markup_escape_text(note_.c_str(), -1));
+    properties_.reset(
+        g_variant_ref_sink(g_variant_new_parsed(propertyValues, options_.id.c_str(), title_.c_str(), menu.c_str(),
+                                                pictures, title_.c_str(), toolTip.get(), note.get())));
     return properties_.get();
 }
 

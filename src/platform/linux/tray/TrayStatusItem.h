@@ -79,6 +79,7 @@ private:
 
     std::optional<StatusItemImage> image_;
     std::string title_;
+    std::string note_;
     TrayPictureCache cache_;
     GVariantHandle pictures_;
     /// What the item answers, all properties by name; empty since the last change.

@@ -38,7 +38,7 @@ public:
             return;
         }
         const bool isFirst = !readout_;
-        readout_ = SetStripReadout{image.readout};
+        readout_ = SetStripReadout{image.readout, image.note};
         if (isFirst) {
             show();
         } else {

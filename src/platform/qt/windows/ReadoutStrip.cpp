@@ -60,13 +60,13 @@ ReadoutStrip::ReadoutStrip(MenuView::Chosen chosen) : QAbstractButton(nullptr), 
     connect(&menu_, &QMenu::aboutToHide, this, [this] { update(); });
 }
 
-void ReadoutStrip::setReadout(const StatusImage& image) {
+void ReadoutStrip::setReadout(const StatusImage& image, const std::string& note) {
     const QString label = qtString(image.description.value_or(""));
     setWindowTitle(label);
     if (accessibleName() != label) {
         setAccessibleName(label);
-        setToolTip(label);
     }
+    setToolTip(note.empty() ? label : label + QLatin1Char('\n') + qtString(note));
     image_ = image;
     const int narrower = width() - sizeHint().width();
     resize(sizeHint());

@@ -20,7 +20,7 @@ public:
 
     std::function<void(QPoint)> onMoved;
 
-    void setReadout(const StatusImage& image);
+    void setReadout(const StatusImage& image, const std::string& note);
     void setMenu(const Menu& menu) { menu_.showMenu(menu); }
 
     /// Stands at the right end of the edge when there is no position.

@@ -130,6 +130,23 @@ TEST_F(GLibMainLoopTest, OtherSourcesOfTheDefaultContextAreServed) {
     EXPECT_EQ(g_main_context_pending(nullptr), FALSE);
 }
 
+TEST_F(GLibMainLoopTest, TheBusIsServedBeforeTimersThatAreDue) {
+    post([this] {
+        told.emplace_back("timer");
+        loop.quit();
+    });
+    // Messages of the bus come with this priority.
+    g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer data) -> gboolean {
+            static_cast<std::vector<std::string>*>(data)->emplace_back("bus");
+            return G_SOURCE_REMOVE;
+        },
+        &told, nullptr);
+    loop.run();
+    EXPECT_EQ(told, (std::vector<std::string>{"bus", "timer"}));
+}
+
 TEST(GLibMainLoop, ASubscriptionMayOutliveTheLoop) {
     auto loop = std::make_unique<GLibMainLoop>();
     auto timer = loop->repeating(1ms, 1ms, 0ns, [] {});

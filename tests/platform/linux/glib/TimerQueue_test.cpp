@@ -93,6 +93,31 @@ TEST(TimerQueue, AStallThatEndsOnADeadlineWaitsForTheNextOne) {
     EXPECT_EQ(queue.nextWakeUp(), 12s);
 }
 
+TEST(TimerQueue, WorkThatEndsBeforeTheNextDeadlineMovesNothing) {
+    TimerQueue queue;
+    const auto id = queue.addRepeating(0s, 2s, 2s, 500ms);
+    EXPECT_EQ(takeAllDue(queue, 2500ms), std::vector{id});
+    queue.workEnded(id, 3999ms);
+    EXPECT_EQ(queue.nextWakeUp(), 4500ms);
+}
+
+TEST(TimerQueue, WorkThatRunsIntoItsNextDeadlineIsFollowedByAWholePeriod) {
+    TimerQueue queue;
+    const auto id = queue.addRepeating(0s, 2s, 2s, 500ms);
+    EXPECT_EQ(takeAllDue(queue, 2500ms), std::vector{id});
+    queue.workEnded(id, 9s);
+    EXPECT_EQ(queue.takeDue(11s - 1ns), std::nullopt);
+    EXPECT_EQ(queue.nextWakeUp(), 11500ms);
+}
+
+TEST(TimerQueue, TheEndOfTheWorkOfATimerThatIsOverChangesNothing) {
+    TimerQueue queue;
+    const auto once = queue.addOnce(1s);
+    EXPECT_EQ(takeAllDue(queue, 1s), std::vector{once});
+    queue.workEnded(once, 5s);
+    EXPECT_EQ(queue.nextWakeUp(), std::nullopt);
+}
+
 TEST(TimerQueue, ARemovedTimerIsNotServedAndWakesNobodyUp) {
     TimerQueue queue;
     const auto removed = queue.addOnce(1s);

@@ -1,6 +1,9 @@
 #include "platform/linux/sensors/SysfsFile.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <array>
 
@@ -121,6 +124,39 @@ TEST(SysfsTree, TheRootIsTheEnvironmentsElseTheSystems) {
     ::setenv("THERMOPIX_SYSFS_ROOT", "/captured/machine", 1);
     EXPECT_EQ(sysfsRoot(), "/captured/machine");
     ::unsetenv("THERMOPIX_SYSFS_ROOT");
+}
+
+TEST(SysfsFile, FilesThatFindNoDescriptorAreReadAllTheSameAndLeaveOthersRoom) {
+    const TemporaryTree tree;
+    tree.write("temp1_input", "45000\n");
+    const std::string path = tree.path() / "temp1_input";
+    const rlimit few{200, 300};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+
+    std::vector<SysfsFile> files;
+    for (int i = 0; i < 400; ++i) {
+        files.emplace_back(systemFileAccess(), path);
+    }
+    for (const auto& file : files) {
+        EXPECT_TRUE(file.isOpen());
+        EXPECT_EQ(file.readInteger(), 45000);
+    }
+    rlimit raised{};
+    getrlimit(RLIMIT_NOFILE, &raised);
+    EXPECT_EQ(raised.rlim_cur, 300U);
+    std::vector<int> others;
+    for (int i = 0; i < 60; ++i) {
+        others.push_back(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        EXPECT_GE(others.back(), 0);
+    }
+    for (const int other : others) {
+        ::close(other);
+    }
+
+    const SysfsFile moved = std::move(files.back());
+    EXPECT_EQ(moved.readInteger(), 45000);
+    tree.remove("temp1_input");
+    EXPECT_EQ(moved.readInteger(), std::nullopt);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <new>
 
+#include "platform/linux/sensors/HeldChannel.h"
 #include "platform/linux/sensors/SysfsMachine.h"
 
 namespace {
@@ -177,6 +178,108 @@ TEST(SysfsHIDSymbols, WhatAppearsIsFoundByRediscoveryAndWhatVanishesFailsAloneUn
     sensors.discover();
     EXPECT_EQ(sensors.names(), Names{"CPU Core 0"});
     EXPECT_EQ(sensors.read("CPU Core 0"), 41.0);
+}
+
+/// Files whose reads are held back until a test lets them go.
+class HeldFileAccess final : public FileAccess {
+public:
+    ssize_t readFromStart(int descriptor, std::span<char> buffer) override {
+        std::unique_lock lock(mutex_);
+        ++reads_;
+        changed_.notify_all();
+        changed_.wait(lock, [this] { return isReleased_; });
+        return FileAccess::readFromStart(descriptor, buffer);
+    }
+    void awaitRead() {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return reads_ > 0; });
+    }
+    void release() {
+        const std::lock_guard lock(mutex_);
+        isReleased_ = true;
+        changed_.notify_all();
+    }
+    [[nodiscard]] int reads() {
+        const std::lock_guard lock(mutex_);
+        return reads_;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    int reads_ = 0;
+    bool isReleased_ = false;
+};
+
+TEST(SysfsHIDSymbols, RediscoveryDropsNoReadThatIsUnderWay) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    HeldFileAccess access;
+    TestClock clock;
+    SensorPolling polling(clock);
+    SysfsSensors sensors(tree.path(), nullptr, access, polling);
+    const auto polls = polling.poll({.interval = std::chrono::seconds(2), .onLate = {}, .onChange = {}});
+    EXPECT_EQ(sensors.read("CPU Core 0"), nothing);
+    EXPECT_TRUE(sensors.isAwaited(0));
+    access.awaitRead();
+
+    sensors.discover();
+    EXPECT_EQ(sensors.read("CPU Core 0"), nothing);
+    EXPECT_TRUE(sensors.isAwaited(0));
+    EXPECT_EQ(access.reads(), 1);
+
+    access.release();
+    std::optional<double> celsius;
+    while (!(celsius = sensors.read("CPU Core 0"))) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(celsius, 41.0);
+    EXPECT_FALSE(sensors.isAwaited(0));
+}
+
+TEST(SysfsHIDSymbols, DevicesThatComeOrGoAreSeenByALookAtTheFolders) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    CountingFileAccess access;
+    SysfsHIDSymbols symbols(tree.path(), nullptr, access);
+    const auto table = symbols.load().resolved.value();
+    const auto list = [&] { static_cast<void>(table.copyServices(nullptr)); };
+    list();
+    EXPECT_FALSE(symbols.hasChanged());
+    const auto opened = access.opened;
+
+    tree.remove("class/hwmon/hwmon0");
+    EXPECT_TRUE(symbols.hasChanged());
+    list();
+    EXPECT_FALSE(symbols.hasChanged());
+    tree.addMonitor(3, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}});
+    EXPECT_TRUE(symbols.hasChanged());
+    EXPECT_EQ(access.opened, opened) << "A look opens no sensor";
+    list();
+    tree.addZone(4, "acpitz", "30000");
+    EXPECT_TRUE(symbols.hasChanged());
+}
+
+TEST(SysfsHIDSymbols, ADriverThatWasTakenOutIsToldAsAChange) {
+    const TemporaryTree tree;
+    tree.addMonitor(0, "devices/platform/coretemp.0", "coretemp", {{"Core 0", "41000"}, {"Core 1", "42000"}});
+    CountingFileAccess access;
+    TestClock clock;
+    int changes = 0;
+    SensorPolling polling(clock);
+    const SysfsSensors sensors(tree.path(), nullptr, access, polling);
+    const auto polls =
+        polling.poll({.interval = std::chrono::seconds(2), .onLate = {}, .onChange = [&changes] { ++changes; }});
+    while (sensors.read("CPU Core 0") != 41.0 || sensors.read("CPU Core 1") != 42.0) {
+        std::this_thread::yield();
+    }
+    clock.advance(SensorPolling::betweenDiscoveries);
+    const auto folder = tree.path() / "class/hwmon/hwmon0";
+    access.failing = {std::filesystem::canonical(folder / "temp1_input"),
+                      std::filesystem::canonical(folder / "temp2_input")};
+    EXPECT_EQ(sensors.read("CPU Core 0"), nothing);
+    EXPECT_EQ(sensors.read("CPU Core 1"), nothing);
+    EXPECT_EQ(changes, 1);
 }
 
 TEST(SysfsHIDSymbols, ServicesOfAnEarlierListingCanStillBeRead) {

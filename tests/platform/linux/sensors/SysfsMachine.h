@@ -99,8 +99,8 @@ private:
 class SysfsSensors {
 public:
     explicit SysfsSensors(std::filesystem::path root, NvidiaCards* nvidia = nullptr,
-                          FileAccess& access = systemFileAccess())
-        : loader_(std::move(root), nvidia, access) {
+                          FileAccess& access = systemFileAccess(), SensorPolling& polling = readingInPlace())
+        : loader_(std::move(root), nvidia, access, polling) {
         client_ = symbols_.create();
         discover();
     }
@@ -132,6 +132,8 @@ public:
         const auto event = symbols_.copyEvent(services_[index].get(), 15, 0, 0);
         return event ? std::optional(symbols_.getFloat(event.get(), 983040)) : std::nullopt;
     }
+
+    [[nodiscard]] bool isAwaited(std::size_t index) const { return symbols_.isAwaited(services_[index].get()); }
 
     [[nodiscard]] std::vector<std::optional<double>> readAll() const {
         std::vector<std::optional<double>> all;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/linux/sensors/HeldChannel.h"
 #include "platform/linux/sensors/SysfsMachine.h"
 
 namespace thermopix {
@@ -107,7 +108,8 @@ TEST(SysfsThermalState, FansAndPanelsAreNoThrottling) {
 TEST(SysfsThermalState, AStateIsOneReadForEachUsableZoneAndEachProcessorCoolingDevice) {
     CountingFileAccess access;
     SysfsThermalState reader(machine("intel-laptop"), access);
-    EXPECT_EQ(access.reads, 0);
+    EXPECT_EQ(access.opened, 0) << "The zones are looked for when they are first asked";
+    EXPECT_EQ(reader.thermalState(), 0);
     const auto opened = access.opened;
     for (int poll = 0; poll < 3; ++poll) {
         access.readFiles.clear();
@@ -122,7 +124,9 @@ TEST(SysfsThermalState, AZoneThatFailsOrSleepsSaysNothing) {
     tree.addZone(0, "99000\n", {{"critical", "90000"}});
     tree.addZone(1, "99000\n", {{"passive", "90000"}});
     CountingFileAccess access;
-    SysfsThermalState reader(tree.path(), access);
+    TestClock clock;
+    SensorPolling polling(clock);
+    SysfsThermalState reader(tree.path(), access, polling);
     EXPECT_EQ(reader.thermalState(), 3);
     access.failing = {tree.path() / "class/thermal/thermal_zone0/temp"};
     EXPECT_EQ(reader.thermalState(), 2);
@@ -133,22 +137,38 @@ TEST(SysfsThermalState, AZoneThatFailsOrSleepsSaysNothing) {
     tree.write(power + std::string("control"), "auto\n");
     tree.write(power + std::string("runtime_status"), "suspended\n");
     access.failing.clear();
-    reader.rediscover();
+    polling.noteDiscovery();
+    EXPECT_EQ(reader.thermalState(), 0);
     access.readFiles.clear();
     EXPECT_EQ(reader.thermalState(), 0);
     EXPECT_EQ(access.readFiles, (std::vector<std::string>{"runtime_status", "temp"}));
 }
 
-TEST(SysfsThermalState, ZonesThatAppearAreFoundByRediscovery) {
+TEST(SysfsThermalState, TheTripPointsThatUsersSetOnTheProcessorsPackageAreNoLimits) {
     const ThermalTree tree;
-    SysfsThermalState reader(tree.path());
+    tree.addZone(0, "56000\n", {{"passive", "55000"}, {"passive", "0"}});
+    tree.write("class/thermal/thermal_zone0/type", "x86_pkg_temp\n");
+    EXPECT_EQ(stateOf(tree.path()), 0);
+    tree.write("class/thermal/thermal_zone0/type", "acpitz\n");
+    EXPECT_EQ(stateOf(tree.path()), 2);
+}
+
+TEST(SysfsThermalState, ZonesAndTheirBoundsAreReadAnewAfterEachDiscoveryOfSensors) {
+    const ThermalTree tree;
+    TestClock clock;
+    SensorPolling polling(clock);
+    SysfsThermalState reader(tree.path(), systemFileAccess(), polling);
     EXPECT_EQ(reader.thermalState(), 0);
     tree.addZone(0, "99000\n", {{"hot", "90000"}});
     EXPECT_EQ(reader.thermalState(), 0);
-    reader.rediscover();
+    polling.noteDiscovery();
     EXPECT_EQ(reader.thermalState(), 3);
+    tree.write("class/thermal/thermal_zone0/trip_point_0_temp", "100000\n");
+    EXPECT_EQ(reader.thermalState(), 3);
+    polling.noteDiscovery();
+    EXPECT_EQ(reader.thermalState(), 0);
     tree.remove("class/thermal");
-    reader.rediscover();
+    polling.noteDiscovery();
     EXPECT_EQ(reader.thermalState(), 0);
 }
 

@@ -222,6 +222,12 @@ TEST_F(TrayStatusBarTest, SignalsWhatHasChangedAndNothingElse) {
     image.readout.description = "73 degrees Celsius, comfy";
     item_->setImage(image);
     EXPECT_EQ(signals(), (Names{"NewTitle", "NewToolTip"}));
+
+    image.note = "No CPU sensor answers: hottest of 2 others";
+    item_->setImage(image);
+    EXPECT_EQ(signals(), Names{"NewToolTip"});
+    EXPECT_EQ(host_->text("ToolTip"),
+              "('', [], '73 degrees Celsius, comfy', 'No CPU sensor answers: hottest of 2 others')");
 }
 
 TEST_F(TrayStatusBarTest, AnUnchangedPictureCrossesNoBus) {
