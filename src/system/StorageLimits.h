@@ -3,10 +3,9 @@
 #include <chrono>
 #include <cstddef>
 
-namespace thermopix {
+/// How much of a settings file is read, and how long its disk is waited for.
+namespace thermopix::StorageLimits {
 
-/// How long, and how much of it, settings that are files are waited for.
-namespace StorageLimits {
 /// What is longer, or nested deeper, is no settings record.
 inline constexpr std::size_t largestFile = 64U << 10U;
 inline constexpr std::size_t deepestNesting = 64;
@@ -16,6 +15,5 @@ inline constexpr std::chrono::milliseconds lockPatience{1000};
 inline constexpr std::chrono::seconds retryPause{5};
 /// How long the end of the program waits for its settings.
 inline constexpr std::chrono::milliseconds endPatience{1000};
-}  // namespace StorageLimits
 
-}  // namespace thermopix
+}  // namespace thermopix::StorageLimits

@@ -60,10 +60,8 @@ void setList(GKeyFile* entry, const char* key, const std::vector<std::string>& t
         g_key_file_remove_key(entry, group, key, nullptr);
         return;
     }
-    std::vector<const char*> list;
-    for (const auto& text : texts) {
-        list.push_back(text.c_str());
-    }
+    std::vector<const char*> list(texts.size());
+    std::transform(texts.begin(), texts.end(), list.begin(), [](const std::string& text) { return text.c_str(); });
     g_key_file_set_string_list(entry, group, key, list.data(), list.size());
 }
 

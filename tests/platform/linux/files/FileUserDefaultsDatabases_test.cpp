@@ -114,6 +114,11 @@ TEST(SettingsFolder, FollowsTheBaseDirectoryVariables) {
               "/home/user/.config/thermopix");
 }
 
+TEST(SettingsFolder, IsInTheFolderOfTheConfiguration) {
+    EXPECT_EQ(configurationFolder({{"XDG_CONFIG_HOME", "/configuration"}, {"HOME", "/home/user"}}), "/configuration");
+    EXPECT_EQ(configurationFolder({{"XDG_CONFIG_HOME", "relative"}, {"HOME", "/home/user"}}), "/home/user/.config");
+}
+
 TEST(SettingsFolder, AsksTheUserDatabaseWithoutVariables) {
     const passwd* user = getpwuid(getuid());
     ASSERT_NE(user, nullptr);
