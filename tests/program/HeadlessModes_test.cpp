@@ -1,5 +1,8 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -9,6 +12,7 @@
 #include "fakes/TemporaryFolder.h"
 #include "fakes/TestFiles.h"
 #include "program/Program.h"
+#include "program/ProgramHome.h"
 
 namespace thermopix {
 namespace {
@@ -117,6 +121,52 @@ TEST_F(TerminalModeTest, KeepsToTheSuiteOfAnInterfaceTest) {
           "virtual-machine");
     EXPECT_TRUE(fs::exists(home.path(".config/thermopix/suites/trial/preferences.v1")));
     EXPECT_FALSE(fs::exists(home.path(".config/thermopix/preferences.v1")));
+}
+
+/// A machine with a processor and an NVIDIA card that is awake, and a stand-in for the library that reads it.
+class NvidiaMachineTest : public testing::Test {
+protected:
+    NvidiaMachineTest() {
+        const std::string card = "sys/devices/pci0000:00/0000:01:00.0/";
+        home.write(card + "vendor", "0x10de\n");
+        home.write(card + "class", "0x030000\n");
+        home.write(card + "power/runtime_status", "active\n");
+        home.link("sys/bus/pci/devices/0000:01:00.0", home.path(card));
+    }
+
+    [[nodiscard]] Program::Environment machine() const {
+        return {{"HOME", home.path().string()},
+                {"THERMOPIX_SYSFS_ROOT", home.path("sys").string()},
+                {"LD_LIBRARY_PATH", THERMOPIX_NVML_STAND_IN},
+                {"THERMOPIX_NVML_STAND_IN", home.path().string()}};
+    }
+
+    ProgramHome home;
+};
+
+TEST_F(NvidiaMachineTest, TheReportHasTheCardWhereItsLibraryAnswers) {
+    const auto whole = Program::run({"--sensors"}, machine());
+    EXPECT_NE(whole.output.find("\nsensors:    2 readable\n"), std::string::npos) << whole.output;
+    EXPECT_NE(whole.output.find("\n--- GPU  55.0 °C  (1 sensor)\n"), std::string::npos) << whole.output;
+
+    home.write("does", "temperature crashes\n");
+    const auto rest = Program::run({"--sensors"}, machine());
+    EXPECT_EQ(rest.status, 0);
+    EXPECT_NE(rest.output.find("\nsensors:    1 readable\n"), std::string::npos) << rest.output;
+    EXPECT_NE(rest.errors.find("thermopix-nvidia-sensors has ended"), std::string::npos) << rest.errors;
+}
+
+TEST_F(NvidiaMachineTest, TheReadoutNeitherWaitsForALibraryThatHangsNorEndsWithIt) {
+    home.write(".config/thermopix/preferences.v1", R"({"source": "hottest"})");
+    ASSERT_EQ(::mkfifo(home.path("held").c_str(), 0600), 0);
+    home.write("does", "initialise is held\ntemperature hangs\n");
+    Program program({"--terminal"}, machine());
+    EXPECT_TRUE(program.waitForOutput("57 degrees Celsius")) << program.output() << program.errors();
+    // Opened as soon as the library is there.
+    const int held = ::open(home.path("held").c_str(), O_WRONLY | O_CLOEXEC);
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.finish().status, 0);
+    ::close(held);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "platform/linux/application/AutostartLoginItem.h"
 #include "platform/linux/application/PortalLoginItem.h"
 #include "platform/linux/files/CompanionProgram.h"
+#include "platform/linux/glib/GLibDescriptors.h"
 #include "platform/linux/glib/GLibWakeUp.h"
 #include "platform/linux/nvidia/NvidiaProtocol.h"
 #include "platform/linux/sensors/SysfsTree.h"
@@ -32,7 +33,9 @@ LinuxPlatform::LinuxPlatform(const EnvironmentVariables& variables)
       systemInformation_(sysfsRoot()),
       sensorPolling_(clock_, &makeWakeUp),
       thermalState_(sysfsRoot(), systemFileAccess(), sensorPolling_),
-      nvidia_({.find = [] { return companionProgram(runningProgram().parent_path(), NvidiaProtocol::executable); }},
+      nvidia_({.find = [] { return companionProgram(runningProgram().parent_path(), NvidiaProtocol::executable); },
+               .watch = &observeReadable,
+               .onLate = [this] { sensorPolling_.noteLate(); }},
               clock_, log_),
       hidSymbols_(sysfsRoot(), &nvidia_, systemFileAccess(), sensorPolling_),
       sensorCapture_(sysfsRoot()),

@@ -61,6 +61,9 @@ std::optional<double> NvidiaCards::read(Card& card, Time interval) {
     ask(card);
     const auto now = clock_.now();
     card.isAwaited = failure_.empty() && card.late.isAwaited(now, interval);
+    if (card.isAwaited) {
+        awaitAnswer();
+    }
     return card.late.celsius(now, interval);
 }
 
@@ -170,6 +173,15 @@ void NvidiaCards::receive() {
     }
 }
 
+void NvidiaCards::awaitAnswer() {
+    if (program_.watch && !watch_.isActive()) {
+        watch_ = program_.watch(process_->socket(), [this] {
+            watch_.cancel();
+            program_.onLate();
+        });
+    }
+}
+
 void NvidiaCards::fail(std::string_view reason) {
     pauses_.failed(clock_.now());
     end();
@@ -201,6 +213,7 @@ void NvidiaCards::end() {
         }
     }
     asked_.clear();
+    watch_.cancel();
     if (isRunning()) {
         process_->end();
     }

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Subscription.h"
 #include "platform/linux/sensors/NvidiaProcess.h"
 #include "sensing/LateReading.h"
 #include "sensing/RestartPauses.h"
@@ -29,6 +30,10 @@ public:
         /// None when it is not installed.
         std::function<std::optional<std::filesystem::path>()> find;
         std::function<std::unique_ptr<NvidiaProcess>(const std::filesystem::path&)> start = NvidiaProcess::start;
+        /// Calls as long as something can be read from a descriptor; none where nothing is awaited.
+        std::function<Subscription(int descriptor, std::function<void()> readable)> watch{};
+        /// Called when the process has something to say of a card that is awaited.
+        std::function<void()> onLate{};
     };
 
     /// How long an answer is waited for where the reader can wait.
@@ -87,6 +92,7 @@ private:
     /// Takes the answers that are there; a process that has given none for so long has failed.
     void attend(Time patience);
     void receive();
+    void awaitAnswer();
     void fail(std::string_view reason);
     void logFailure(std::string_view reason);
     void forget(Card& card);
@@ -106,6 +112,8 @@ private:
     /// Why the process failed, until one answers.
     std::string failure_;
     bool hasMissedProgram_ = false;
+    /// While an answer is awaited.
+    Subscription watch_;
     /// Counts the readings of cards.
     std::uint64_t readings_ = 1;
 };

@@ -37,6 +37,12 @@ void SensorPolling::awaitAnswer(const SensorReader::Request& request) {
     }
 }
 
+void SensorPolling::noteLate() {
+    if (const auto polls = polls_.lock()) {
+        polls->onLate();
+    }
+}
+
 void SensorPolling::noteChange() {
     if (const auto polls = polls_.lock()) {
         polls->onChange();

@@ -41,6 +41,9 @@ public:
     /// A poll was left without this answer, which is still to come.
     void awaitAnswer(const SensorReader::Request& request);
 
+    /// What a poll was left without has come.
+    void noteLate();
+
     /// Sensors have come or gone.
     void noteChange();
 

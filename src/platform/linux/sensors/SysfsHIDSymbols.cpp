@@ -21,7 +21,7 @@ constexpr std::string_view nameProperty = "Product";
 struct Service {
     std::string name;
     std::shared_ptr<SensorChannel> channel;
-    /// Set for a sensor other than a card, on a machine with cards: told of every reading.
+    /// Set for a sensor other than a card that is polled, on a machine with cards: told of every reading.
     NvidiaCards* cards = nullptr;
     std::uint64_t lastSeenCardReading = 0;
     /// The reading that the last event carries.
@@ -103,7 +103,7 @@ std::vector<HIDObject> SysfsHIDSymbols::makeServices() {
             service->channel = std::make_shared<NvidiaChannel>(access_, device, *nvidia_, polling_);
         } else {
             service->channel = channels_.open(device, device.channels[named.channel]);
-            service->cards = hasCards ? nvidia_ : nullptr;
+            service->cards = hasCards && polling_.reader() != nullptr ? nvidia_ : nullptr;
         }
         if (service->channel) {
             service->name = std::move(named.name);

@@ -8,8 +8,8 @@
 #include <cerrno>
 #include <span>
 
-#include "NvidiaStage.h"
 #include "platform/linux/nvidia/NvidiaProtocol.h"
+#include "platform/linux/sensors/NvidiaStage.h"
 
 namespace thermopix {
 namespace {
@@ -54,6 +54,11 @@ protected:
         say({question->number, outcome, clock.time.count(), celsius});
     }
 
+    void becomeReadable() {
+        const auto handler = readable;
+        handler();
+    }
+
     std::optional<double> read() { return cards.read(*card, interval); }
 
     static constexpr auto interval = 2s;
@@ -61,10 +66,18 @@ protected:
     RecordingLog log;
     Descriptor process{-1};
     int starts = 0;
-    NvidiaCards cards{
-        {.find = [] { return std::filesystem::path("played"); }, .start = [this](const auto&) { return start(); }},
-        clock,
-        log};
+    std::function<void()> readable;
+    int late = 0;
+    NvidiaCards cards{{.find = [] { return std::filesystem::path("played"); },
+                       .start = [this](const auto&) { return start(); },
+                       .watch =
+                           [this](int, std::function<void()> handler) {
+                               readable = std::move(handler);
+                               return Subscription([this] { readable = nullptr; });
+                           },
+                       .onLate = [this] { ++late; }},
+                      clock,
+                      log};
     std::shared_ptr<NvidiaCards::Card> card = cards.card("0000:01:00.0");
 };
 
@@ -96,6 +109,25 @@ TEST_F(NvidiaCardsTest, AnAnswerCountsFromWhenTheCardGaveItForThreeIntervals) {
     clock.time += 1ms;
     EXPECT_EQ(read(), nothing);
     EXPECT_TRUE(card->isAwaited) << "it has lapsed while the next is under way";
+}
+
+TEST_F(NvidiaCardsTest, ItIsToldOnceThatAnAwaitedAnswerHasCome) {
+    EXPECT_EQ(read(), nothing);
+    ASSERT_TRUE(readable);
+    becomeReadable();
+    EXPECT_EQ(late, 1);
+    EXPECT_FALSE(readable);
+    EXPECT_EQ(read(), nothing);
+    EXPECT_TRUE(readable) << "that was another card's";
+    answer(48);
+    becomeReadable();
+    EXPECT_EQ(read(), 48.0);
+    EXPECT_FALSE(readable) << "nothing is awaited any more";
+    clock.time += 4 * interval;
+    EXPECT_EQ(read(), nothing);
+    EXPECT_TRUE(readable);
+    cards.drop(*card);
+    EXPECT_FALSE(readable);
 }
 
 TEST_F(NvidiaCardsTest, ACardWithoutATemperatureIsNotAwaited) {

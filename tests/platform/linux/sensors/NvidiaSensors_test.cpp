@@ -6,8 +6,9 @@
 #include <array>
 #include <csignal>
 
-#include "NvidiaStage.h"
 #include "platform/linux/nvidia/NvidiaProtocol.h"
+#include "platform/linux/sensors/HeldChannel.h"
+#include "platform/linux/sensors/NvidiaStage.h"
 
 namespace thermopix {
 namespace {
@@ -45,23 +46,40 @@ TEST_F(NvidiaSensorsTest, ACardIsPublishedAndReadByItsAddressAndItsProcessEndsWi
 }
 
 TEST_F(NvidiaSensorsTest, PollsThatWantACardKeepTheProcessAndAWholePollThatWantsNoneEndsIt) {
-    const auto found = sensors();
+    const TestClock readersClock;
+    SensorPolling polling(readersClock);
+    const auto polls = polling.poll({.interval = 2s, .onLate = {}, .onChange = {}});
+    const SysfsSensors found(tree.path(), &cards, systemFileAccess(), polling);
+    const auto pollAll = [&] { return found.readAll().back(); };
+    EXPECT_EQ(pollAll(), nothing);
+    EXPECT_TRUE(found.isAwaited(2));
+    EXPECT_TRUE(isAnswered());
     for (int poll = 0; poll < 5; ++poll) {
-        for (const auto& reading : found.readAll()) {
-            EXPECT_TRUE(reading.has_value());
-        }
+        EXPECT_EQ(pollAll(), 55.0);
     }
     EXPECT_EQ(calls("load"), 1);
     const auto pollProcessor = [&] {
-        EXPECT_EQ(found.read("CPU Core 0"), 41.0);
-        EXPECT_EQ(found.read("CPU Core 1"), 42.0);
+        static_cast<void>(found.read("CPU Core 0"));
+        static_cast<void>(found.read("CPU Core 1"));
     };
     pollProcessor();
     EXPECT_TRUE(isRunning());
     pollProcessor();
     EXPECT_TRUE(isGone());
-    EXPECT_EQ(found.read(card), 55.0);
+    EXPECT_EQ(pollAll(), nothing) << "what the card said before";
+    EXPECT_TRUE(isAnswered());
+    EXPECT_EQ(pollAll(), 55.0);
     EXPECT_EQ(calls("load"), 2);
+}
+
+TEST_F(NvidiaSensorsTest, ReadersInPlaceKeepTheProcess) {
+    const auto found = sensors();
+    EXPECT_EQ(found.read(card), 55.0);
+    for (int reading = 0; reading < 5; ++reading) {
+        EXPECT_EQ(found.read("CPU Core 0"), 41.0);
+    }
+    EXPECT_EQ(found.read(card), 55.0);
+    EXPECT_EQ(calls("load"), 1);
 }
 
 TEST_F(NvidiaSensorsTest, ALibraryThatCannotBeInitialisedIsTriedAgainAfterAPause) {
