@@ -18,7 +18,7 @@ public:
 
     void record(Duration took) {
         const bool isSlow = took > quickest;
-        recent_ = static_cast<std::uint8_t>((recent_ << 1U | (isSlow ? 1U : 0U)) & 7U);
+        recent_ = static_cast<std::uint8_t>((unsigned{recent_} << 1U | (isSlow ? 1U : 0U)) & 7U);
         switch (answers_) {
             case Answers::untried:
                 answers_ = isSlow ? Answers::slowly : Answers::atOnce;

@@ -1,6 +1,7 @@
 #include "platform/linux/sensors/LibrarySearch.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -38,12 +39,9 @@ bool isLoadable(const std::string& library, const std::filesystem::path& cache) 
     if (isNamedIn(cache, library)) {
         return true;
     }
-    for (const char* folder : {"/lib64", "/usr/lib64", "/lib", "/usr/lib"}) {
-        if (isIn(folder, library)) {
-            return true;
-        }
-    }
-    return false;
+    constexpr std::array systemFolders{"/lib64", "/usr/lib64", "/lib", "/usr/lib"};
+    return std::any_of(systemFolders.begin(), systemFolders.end(),
+                       [&](const char* folder) { return isIn(folder, library); });
 }
 
 }  // namespace thermopix
