@@ -54,29 +54,39 @@ int showVersion(Platform& platform) {
     return EXIT_SUCCESS;
 }
 
-}  // namespace
+/// A report that nobody got is none.
+int statusOf(int status, const StandardOutput& output) {
+    return output.hasFailed() ? EXIT_FAILURE : status;
+}
 
-int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);
-    const std::vector<std::string> arguments(argv, argv + argc);
-    const auto variables = environmentVariables();
-    const auto platform = makePlatform(variables);
+int run(const std::vector<std::string>& arguments, const EnvironmentVariables& variables, Platform& platform) {
+    auto& output = platform.standardOutput();
     const auto chosen = chooseRunMode(arguments);
     switch (chosen.mode) {
         case RunMode::sensorDump:
-            return SensorDump::run(*platform, platform->standardOutput());
+            return statusOf(SensorDump::run(platform, output), output);
         case RunMode::acceptanceSelfTest:
-            return AcceptanceSelfTest::run(*platform, platform->standardOutput());
+            return statusOf(AcceptanceSelfTest::run(platform, output), output);
         case RunMode::webAssetExport:
-            return WebAssetExport::run(chosen.directory, platform->standardOutput());
+            return statusOf(WebAssetExport::run(chosen.directory, output), output);
         case RunMode::sensorCapture:
-            return SensorCaptureMode::run(chosen.directory, platform->sensorCapture(), platform->standardOutput());
+            return statusOf(SensorCaptureMode::run(chosen.directory, platform.sensorCapture(), output), output);
         case RunMode::help:
-            return showHelp(platform->standardOutput());
+            return statusOf(showHelp(output), output);
         case RunMode::version:
-            return showVersion(*platform);
+            return statusOf(showVersion(platform), output);
         case RunMode::application:
             break;
     }
-    return runApplication(arguments, variables, *platform);
+    return runApplication(arguments, variables, platform);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    occupyStandardStreams();
+    std::signal(SIGPIPE, SIG_IGN);
+    const auto variables = environmentVariables();
+    const auto platform = makePlatform(variables);
+    return run({argv, argv + argc}, variables, *platform);
 }

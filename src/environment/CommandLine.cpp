@@ -16,7 +16,7 @@ constexpr std::array options{
     CommandLineOption{Options::exportWebAssets, "DIRECTORY", "write fonts, pets and pictures there and end"},
     CommandLineOption{Options::captureSensors, "DIRECTORY", "copy this machine's sensors there and end"},
     CommandLineOption{Options::terminal, "", "show the readout in this terminal"},
-    CommandLineOption{Options::help, "", "print this help and end"},
+    CommandLineOption{Options::help, "", "print this help and end; so does -h"},
     CommandLineOption{Options::version, "", "print the version and end"},
     CommandLineOption{Options::fakeSensor, "", "use scripted sensors, login item and updater"},
     CommandLineOption{Options::showPreferences, "", "open the Settings window at start"},
@@ -94,7 +94,8 @@ bool isGiven(std::string_view flag, std::span<const std::string> arguments) {
 std::vector<std::string> unknownArguments(std::span<const std::string> arguments) {
     std::vector<std::string> unknown;
     for (std::size_t i = 1; i < arguments.size(); ++i) {
-        const CommandLineOption* option = optionCalled(arguments[i]);
+        const CommandLineOption* option =
+            optionCalled(arguments[i] == Options::shortHelp ? Options::help : arguments[i]);
         if (option == nullptr) {
             unknown.push_back(arguments[i]);
         } else if (!option->valueName.empty()) {
@@ -118,7 +119,7 @@ ChosenRunMode chooseRunMode(std::span<const std::string> arguments) {
     if (auto directory = AppEnvironment::value(Options::captureSensors, arguments)) {
         return {RunMode::sensorCapture, std::move(*directory)};
     }
-    if (has(Options::help)) {
+    if (has(Options::help) || has(Options::shortHelp)) {
         return {RunMode::help, {}};
     }
     if (has(Options::version)) {

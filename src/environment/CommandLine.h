@@ -27,6 +27,7 @@ inline constexpr std::string_view fakeSensor = "--uitest-fake-sensor";
 inline constexpr std::string_view showPreferences = "--uitest-show-preferences";
 inline constexpr std::string_view defaultsSuite = "--uitest-defaults-suite";
 inline constexpr std::string_view help = "--help";
+inline constexpr std::string_view shortHelp = "-h";
 inline constexpr std::string_view version = "--version";
 }  // namespace Options
 

@@ -59,6 +59,10 @@ public:
     [[nodiscard]] virtual bool isInsideUnitTestHost() const = 0;
 };
 
+/// Takes the numbers of standard streams that are closed, so that nothing else gets them and writing to them fails. For
+/// the first line of `main`. Each platform defines this once.
+void occupyStandardStreams();
+
 /// Each platform defines this once.
 [[nodiscard]] std::unique_ptr<Platform> makePlatform(const EnvironmentVariables& variables);
 

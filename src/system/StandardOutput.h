@@ -9,6 +9,9 @@ class StandardOutput {
 public:
     virtual ~StandardOutput() = default;
     virtual void line(std::string_view text) = 0;
+
+    /// Whether a line could not be printed.
+    [[nodiscard]] virtual bool hasFailed() const = 0;
 };
 
 }  // namespace thermopix

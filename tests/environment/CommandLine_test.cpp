@@ -31,6 +31,7 @@ TEST(CommandLine, EachModeHasItsFlag) {
     EXPECT_EQ(modeOf({"thermopix", "--acceptance-selftest"}), RunMode::acceptanceSelfTest);
     EXPECT_EQ(modeOf({"thermopix", "--export-web-assets", "out"}), RunMode::webAssetExport);
     EXPECT_EQ(modeOf({"thermopix", "--help"}), RunMode::help);
+    EXPECT_EQ(modeOf({"thermopix", "-h"}), RunMode::help);
     EXPECT_EQ(modeOf({"thermopix", "--version"}), RunMode::version);
 }
 
@@ -80,7 +81,7 @@ TEST(CommandLine, ValueIsTheArgumentAfterTheFirstOccurrence) {
 TEST(CommandLine, UnknownArgumentsAreThoseThatNoOptionKnows) {
     EXPECT_EQ(unknownArguments(Words{}), Words{});
     EXPECT_EQ(unknownArguments(Words{"--not-looked-at"}), Words{});
-    EXPECT_EQ(unknownArguments(Words{"p", "--sensors", "--terminal", "--help"}), Words{});
+    EXPECT_EQ(unknownArguments(Words{"p", "--sensors", "--terminal", "--help", "-h"}), Words{});
     EXPECT_EQ(unknownArguments(Words{"p", "--senors", "--terminal", "file", ""}), (Words{"--senors", "file", ""}));
 }
 
@@ -115,7 +116,7 @@ Options:
   --export-web-assets DIRECTORY   write fonts, pets and pictures there and end
   --capture-sensors DIRECTORY     copy this machine's sensors there and end
   --terminal                      show the readout in this terminal
-  --help                          print this help and end
+  --help                          print this help and end; so does -h
   --version                       print the version and end
 
 For automated tests:

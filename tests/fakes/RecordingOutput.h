@@ -11,6 +11,7 @@ namespace thermopix {
 class RecordingOutput final : public StandardOutput {
 public:
     void line(std::string_view text) override { lines.emplace_back(text); }
+    [[nodiscard]] bool hasFailed() const override { return false; }
 
     [[nodiscard]] std::string text() const {
         std::string all;

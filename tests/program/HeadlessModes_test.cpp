@@ -54,6 +54,7 @@ TEST_F(HeadlessModesTest, ReportOnAMachineInStatusAndText) {
           Case{"--acceptance-selftest", "intel-laptop", 0, "\nPASSED\n"},
           Case{"--acceptance-selftest", "virtual-machine", 1, "\nFAILED ("},
           Case{"--help", "virtual-machine", 0, "--export-web-assets"},
+          Case{"-h", "virtual-machine", 0, "--export-web-assets"},
           Case{"--version", "virtual-machine", 0, "Thermopix " THERMOPIX_VERSION " ("}}) {
         const auto result = Program::run({mode}, on(machine));
         EXPECT_EQ(result.status, status) << mode;
@@ -92,6 +93,24 @@ TEST_F(HeadlessModesTest, CapturesAMachineThatPassesTheSelfTest) {
     const auto again = Program::run({"--capture-sensors", folder.string()}, on("intel-laptop"));
     EXPECT_EQ(again.status, 1);
     EXPECT_TRUE(again.output.starts_with("cannot capture to ")) << again.output;
+}
+
+TEST_F(HeadlessModesTest, EndWithOneWhenTheirOutputCannotBeWritten) {
+    int number = 0;
+    for (const char* output : {">/dev/full", ">&-", "<&- >&- 2>&-"}) {
+        const auto folder = home.path("written" + std::to_string(++number));
+        for (const std::vector<std::string>& mode :
+             std::vector<std::vector<std::string>>{{"--sensors"},
+                                                   {"--acceptance-selftest"},
+                                                   {"--help"},
+                                                   {"--version"},
+                                                   {"--export-web-assets", folder / "art"},
+                                                   {"--capture-sensors", folder / "machine"}}) {
+            EXPECT_EQ(Program::run(mode, on("intel-laptop"), output).status, 1) << mode[0] << " " << output;
+        }
+        EXPECT_TRUE(fs::exists(folder / "art/glyphs.json"));
+        EXPECT_TRUE(fs::exists(folder / "machine/class/hwmon"));
+    }
 }
 
 TEST_F(HeadlessModesTest, ShowHelpOnStandardOutputOnly) {

@@ -16,7 +16,8 @@ constexpr std::chrono::seconds patience{60};
 
 }  // namespace
 
-Program::Program(const std::vector<std::string>& arguments, const Environment& environment) {
+Program::Program(const std::vector<std::string>& arguments, const Environment& environment,
+                 const std::string& redirections) {
     const GObjectHandle<GSubprocessLauncher> launcher(g_subprocess_launcher_new(
         static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
     gchar* nothing = nullptr;
@@ -25,7 +26,12 @@ Program::Program(const std::vector<std::string>& arguments, const Environment& e
     for (const auto& [name, value] : environment) {
         g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), TRUE);
     }
-    std::vector<const gchar*> words{THERMOPIX_PROGRAM};
+    const std::string command = "exec \"$0\" \"$@\" " + redirections;
+    std::vector<const gchar*> words;
+    if (!redirections.empty()) {
+        words = {"/bin/sh", "-c", command.c_str()};
+    }
+    words.push_back(THERMOPIX_PROGRAM);
     for (const auto& argument : arguments) {
         words.push_back(argument.c_str());
     }
@@ -61,8 +67,9 @@ Program::Result Program::finish() {
     return result_;
 }
 
-Program::Result Program::run(const std::vector<std::string>& arguments, const Environment& environment) {
-    return Program(arguments, environment).finish();
+Program::Result Program::run(const std::vector<std::string>& arguments, const Environment& environment,
+                             const std::string& redirections) {
+    return Program(arguments, environment, redirections).finish();
 }
 
 bool Program::waitFor(const std::string& collected, const std::string& text) {

@@ -24,8 +24,9 @@ public:
         std::string errors;
     };
 
-    /// Starts it with standard output and error on pipes.
-    Program(const std::vector<std::string>& arguments, const Environment& environment);
+    /// Starts it with standard output and error on pipes, unless the shell's `redirections` say otherwise.
+    Program(const std::vector<std::string>& arguments, const Environment& environment,
+            const std::string& redirections = {});
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -45,7 +46,8 @@ public:
     [[nodiscard]] Result finish();
 
     /// Runs it to its end.
-    [[nodiscard]] static Result run(const std::vector<std::string>& arguments, const Environment& environment);
+    [[nodiscard]] static Result run(const std::vector<std::string>& arguments, const Environment& environment,
+                                    const std::string& redirections = {});
 
     [[nodiscard]] const std::string& output() const { return result_.output; }
     [[nodiscard]] const std::string& errors() const { return result_.errors; }

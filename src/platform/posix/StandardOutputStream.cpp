@@ -9,7 +9,9 @@ StandardOutputStream::StandardOutputStream(int descriptor, WriteFunction write)
     : descriptor_(descriptor), write_(std::move(write)) {}
 
 void StandardOutputStream::line(std::string_view text) {
-    static_cast<void>(writeAll(descriptor_, std::string(text) + '\n', write_));
+    if (writeAll(descriptor_, std::string(text) + '\n', write_)) {
+        hasFailed_ = true;
+    }
 }
 
 }  // namespace thermopix

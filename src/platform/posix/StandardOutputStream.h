@@ -13,10 +13,12 @@ public:
     explicit StandardOutputStream(int descriptor, WriteFunction write = ::write);
 
     void line(std::string_view text) override;
+    [[nodiscard]] bool hasFailed() const override { return hasFailed_; }
 
 private:
     int descriptor_;
     WriteFunction write_;
+    bool hasFailed_ = false;
 };
 
 }  // namespace thermopix

@@ -51,6 +51,7 @@ TEST(StandardOutputStream, EndsEachLineWithALineFeed) {
     stream.line("Thermopix sensor report");
     stream.line("");
     stream.line("CPU 54°");
+    EXPECT_FALSE(stream.hasFailed());
     EXPECT_EQ(pipe.readAll(), "Thermopix sensor report\n\nCPU 54°\n");
 }
 
@@ -111,6 +112,7 @@ TEST(StandardOutputStream, GoesOnWhenNobodyReads) {
     stream.line("unheard");
     EXPECT_EQ(errno, EPIPE);
     stream.line("unheard too");
+    EXPECT_TRUE(stream.hasFailed());
     std::signal(SIGPIPE, former);
 }
 
@@ -120,6 +122,7 @@ TEST(StandardOutputStream, GoesOnWhenTheDiskIsFull) {
     StandardOutputStream stream(full.get());
     stream.line("lost");
     EXPECT_EQ(errno, ENOSPC);
+    EXPECT_TRUE(stream.hasFailed());
 }
 
 }  // namespace
