@@ -85,8 +85,31 @@ std::error_code lastStreamError() {
     return errno == 0 ? make_error_code(std::io_errc::stream) : std::error_code(errno, std::generic_category());
 }
 
+/// Why what stands at the path is not to be written to: a link is not followed, and what is no file may never take the
+/// bytes.
+std::error_code objection(const std::filesystem::path& path) {
+    using std::filesystem::file_type;
+    std::error_code error;
+    switch (std::filesystem::symlink_status(path, error).type()) {
+        case file_type::none:
+            return error;
+        case file_type::not_found:
+        case file_type::regular:
+            return {};
+        case file_type::symlink:
+            return make_error_code(std::errc::too_many_symbolic_link_levels);
+        case file_type::directory:
+            return make_error_code(std::errc::is_a_directory);
+        default:
+            return make_error_code(std::errc::operation_not_supported);
+    }
+}
+
 /// Replaces the file's contents; no error when all bytes were written.
 std::error_code writeFile(const std::filesystem::path& path, std::string_view bytes) {
+    if (const auto error = objection(path)) {
+        return error;
+    }
     errno = 0;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

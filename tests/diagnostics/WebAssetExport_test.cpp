@@ -1,7 +1,10 @@
 #include "diagnostics/WebAssetExport.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -231,12 +234,46 @@ TEST_F(WebAssetExportTest, ADocumentThatCannotBeOpenedEndsTheRun) {
 }
 
 TEST_F(WebAssetExportTest, ADocumentThatFindsNoSpaceEndsTheRun) {
-    if (!fs::exists("/dev/full")) {
-        GTEST_SKIP() << "this system has no device that is always full";
-    }
-    fs::create_symlink("/dev/full", temporary.path() / "glyphs.json");
+    // No file may grow beyond what the document needs.
+    const auto former = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit whole{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &whole), 0);
+    const rlimit little{100, whole.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
     EXPECT_EQ(run(temporary.path()), 1);
-    EXPECT_EQ(output.lines, (Lines{"cannot write glyphs.json: " + message(std::errc::no_space_on_device)}));
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &whole), 0);
+    std::signal(SIGXFSZ, former);
+    EXPECT_EQ(output.lines, (Lines{"cannot write glyphs.json: " + message(std::errc::file_too_large)}));
+}
+
+TEST_F(WebAssetExportTest, ADocumentThatIsALinkIsNotWrittenThrough) {
+    std::ofstream(temporary.path() / "precious") << "somebody's";
+    fs::create_directory(temporary.path() / "web");
+    for (const char* target : {"../precious", "../missing"}) {
+        fs::create_symlink(target, temporary.path() / "web" / "glyphs.json");
+        EXPECT_EQ(run(temporary.path() / "web"), 1);
+        EXPECT_EQ(output.lines,
+                  (Lines{"cannot write glyphs.json: " + message(std::errc::too_many_symbolic_link_levels)}));
+        fs::remove(temporary.path() / "web" / "glyphs.json");
+    }
+    EXPECT_EQ(contents(temporary.path() / "precious"), "somebody's");
+    EXPECT_FALSE(fs::exists(temporary.path() / "missing"));
+}
+
+TEST_F(WebAssetExportTest, ADocumentThatIsAPipeEndsTheRunAtOnce) {
+    ASSERT_EQ(mkfifo((temporary.path() / "glyphs.json").c_str(), 0600), 0);
+    EXPECT_EQ(run(temporary.path()), 1);
+    EXPECT_EQ(output.lines, (Lines{"cannot write glyphs.json: " + message(std::errc::operation_not_supported)}));
+}
+
+TEST_F(WebAssetExportTest, PicturesThatAreLinksOrPipesAreSkipped) {
+    std::ofstream(temporary.path() / "precious") << "somebody's";
+    fs::create_symlink("precious", temporary.path() / "style-micro.png");
+    ASSERT_EQ(mkfifo((temporary.path() / "pet-ghost-warm.png").c_str(), 0600), 0);
+    EXPECT_EQ(run(temporary.path()), 0);
+    EXPECT_EQ(output.lines, (Lines{"wrote glyphs.json and 18 PNGs to " + temporary.path().string()}));
+    EXPECT_EQ(contents(temporary.path() / "precious"), "somebody's");
+    EXPECT_TRUE(fs::is_symlink(temporary.path() / "style-micro.png"));
 }
 
 TEST_F(WebAssetExportTest, PicturesThatCannotBeWrittenAreSkippedAndNotCounted) {

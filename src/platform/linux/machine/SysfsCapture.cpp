@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdio>
 #include <fstream>
 #include <optional>
 #include <regex>
@@ -13,6 +14,7 @@
 
 #include "base/Unicode.h"
 #include "platform/linux/machine/LinuxSystemInformation.h"
+#include "platform/linux/sensors/SysfsFile.h"
 #include "platform/linux/sensors/SysfsTree.h"
 
 namespace thermopix {
@@ -38,14 +40,19 @@ std::string masked(const std::string& text) {
 }
 
 std::optional<std::string> content(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    std::string bytes(largestFile, '\0');
+    const auto text = SysfsFile(systemFileAccess(), file).read(bytes);
+    if (!text) {
         return std::nullopt;
     }
-    std::string bytes(largestFile, '\0');
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(stream.gcount()));
+    bytes.resize(text->size());
     return bytes;
+}
+
+// To be read to its end: nothing of a pipe, which may never come to one.
+std::ifstream opened(const fs::path& path) {
+    std::error_code failure;
+    return fs::is_regular_file(path, failure) ? std::ifstream(path) : std::ifstream();
 }
 
 class Copy {
@@ -175,8 +182,8 @@ private:
     // A file that cannot be read, or must not be, is there without content, so that its channel is there without a
     // reading.
     void file(const fs::path& source, bool isReadable = true) {
-        std::error_code failure;
-        if (fs::exists(source, failure) && isInside(source)) {
+        const auto real = realPath(source);
+        if (real && isInside(*real)) {
             write(source, isReadable ? masked(content(source).value_or("")) : "");
         }
     }
@@ -194,10 +201,10 @@ private:
         if (!made_.insert(place).second || !makeFolder(place.parent_path())) {
             return;
         }
-        std::ofstream stream(place, std::ios::binary);
-        stream << bytes;
-        stream.close();
-        if (!stream) {
+        // Everything here is new: what somebody else put there meanwhile is not written to.
+        std::FILE* file = std::fopen(place.c_str(), "wbx");
+        const bool isWritten = file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+        if ((file != nullptr && std::fclose(file) != 0) || !isWritten) {
             note(std::make_error_code(std::errc::io_error), place);
             return;
         }
@@ -219,7 +226,7 @@ private:
 
     // The keys that matter, as the first processor and every distinct core tell them.
     static std::string processorFacts(const fs::path& path) {
-        std::ifstream stream(path);
+        auto stream = opened(path);
         std::set<std::string> told;
         std::string facts;
         bool hasFacts = false;
@@ -240,7 +247,7 @@ private:
     }
 
     static std::string prettyName(const fs::path& path) {
-        std::ifstream stream(path);
+        auto stream = opened(path);
         for (std::string line; std::getline(stream, line);) {
             if (line.starts_with("PRETTY_NAME=")) {
                 return line + "\n";

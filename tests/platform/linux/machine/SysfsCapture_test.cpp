@@ -1,6 +1,7 @@
 #include "platform/linux/machine/SysfsCapture.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <filesystem>
@@ -109,6 +110,30 @@ TEST(SysfsCapture, DoesNotFollowLinksOutOfTheTree) {
     fs::create_symlink(outside.path() / "hwmon9", tree.path() / "class/hwmon/hwmon0");
     const TemporaryTree captured;
     EXPECT_EQ(SysfsCapture(tree.path()).captureTo(captured.path() / "copy").fileCount, 0);
+}
+
+TEST(SysfsCapture, TakesNothingOfFilesOutsideTheTree) {
+    const TemporaryTree outside;
+    outside.write("secret", "50000\n");
+    const TemporaryTree tree;
+    tree.write("class/hwmon/hwmon0/name", "coretemp\n");
+    fs::create_symlink(outside.path() / "secret", tree.path() / "class/hwmon/hwmon0/temp1_input");
+    const TemporaryTree captured;
+    EXPECT_EQ(SysfsCapture(tree.path()).captureTo(captured.path() / "copy").error, std::nullopt);
+    EXPECT_EQ(everyByteBelow(captured.path() / "copy").find("50000"), std::string::npos);
+}
+
+TEST(SysfsCapture, DoesNotWaitForWhoMayWriteToAPipe) {
+    const TemporaryTree tree;
+    tree.write("class/hwmon/hwmon0/name", "coretemp\n");
+    fs::create_directory(tree.path() / "capture");
+    for (const char* pipe : {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon0/temp1_label", "capture/cpuinfo",
+                             "capture/os-release", "capture/osrelease"}) {
+        ASSERT_EQ(mkfifo((tree.path() / pipe).c_str(), 0600), 0) << pipe;
+    }
+    const TemporaryTree captured;
+    EXPECT_EQ(SysfsCapture(tree.path()).captureTo(captured.path() / "copy").error, std::nullopt);
+    EXPECT_EQ(fs::file_size(captured.path() / "copy/class/hwmon/hwmon0/temp1_input"), 0U);
 }
 
 TEST(SysfsCapture, RefusesAFolderThatHoldsSomething) {
