@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -316,6 +317,42 @@ TEST_F(DesktopSessionTest, LeavesTheTrayWhenToldToEnd) {
         program->signal(number);
         expectCleanEnd(*program);
         EXPECT_NE(host->callItem("ContextMenu", g_variant_new("(ii)", 0, 0)).error, "");
+    }
+}
+
+TEST_F(DesktopSessionTest, EndsAlikeHoweverOftenItIsTold) {
+    const auto program = startShown();
+    while (!program->hasEnded()) {
+        program->signal(SIGTERM);
+        program->signal(SIGINT);
+    }
+    EXPECT_EQ(program->finish().status, 0);
+}
+
+TEST_F(DesktopSessionTest, LivesWithoutStandardStreams) {
+    const Program program({}, session(), "<&- >&- 2>&-");
+    ASSERT_TRUE(host->waitForRegistration());
+    // The program has something to log, and nowhere to.
+    host.reset();
+    host = std::make_unique<TestTrayHost>();
+    ASSERT_TRUE(host->waitForRegistration());
+    EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+}
+
+TEST_F(DesktopSessionTest, LogsWhatATrayRepeatsOnceWithItsCount) {
+    auto program = startShown();
+    const auto item = entry("Celsius").id;
+    for (int i = 0; i < 100; ++i) {
+        static_cast<void>(host->callMenu("AboutToShow", g_variant_new("(i)", item)));
+    }
+    for (int i = 0; i < 100; ++i) {
+        static_cast<void>(host->callItem("ContextMenu", g_variant_new("(ii)", i, i)));
+    }
+    program->signal(SIGTERM);
+    const auto errors = program->finish().errors;
+    EXPECT_LT(std::count(errors.begin(), errors.end(), '\n'), 10) << errors;
+    for (const char* line : {"We're ignoring it. (repeated: ", "There is no display to show windows on. (repeated: "}) {
+        EXPECT_NE(errors.find(line), std::string::npos) << errors;
     }
 }
 

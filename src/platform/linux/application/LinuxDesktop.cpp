@@ -104,7 +104,7 @@ void LinuxDesktop::makeTray() {
     options.useActivationToken = [this](std::string_view token) {
         application_.useActivationToken(std::string(token));
     };
-    tray_ = std::make_unique<TrayStatusBar>(sessionBus_, std::move(options), platform_.log());
+    tray_ = std::make_unique<TrayStatusBar>(sessionBus_, std::move(options), platform_.mainLoop(), platform_.log());
 }
 
 StatusBar& LinuxDesktop::statusBar() {
@@ -130,6 +130,7 @@ void LinuxDesktop::reopen(ApplicationDelegate& delegate) {
 int LinuxDesktop::run(ApplicationDelegate& delegate) {
     std::vector<Subscription> signals;
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        withholdUnixSignal(number);
         signals.push_back(observeUnixSignal(number, [this] { application_.terminate(); }));
     }
     application_.onActivate = [this, &delegate] { reopen(delegate); };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "environment/Log.h"
+#include "environment/RepetitionLog.h"
 #include "platform/linux/application/DBusSleepNotifications.h"
 #include "platform/linux/application/JournalLog.h"
 #include "platform/linux/application/KernelEvents.h"
@@ -64,7 +65,8 @@ private:
     [[nodiscard]] DesktopNotification& notices(std::optional<DesktopNotification>& subject);
 
     JournalLog journal_;
-    Log log_{journal_};
+    Log everyLine_{journal_};
+    RepetitionLog log_{everyLine_};
     StandardOutputStream standardOutput_;
     StandardOutputStream standardError_;
     LinuxMonotonicClock clock_;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/glib/GLibHandles.h"
 
@@ -21,6 +22,12 @@ Subscription observeUnixSignal(int signal, std::function<void()> handler) {
         new Handler(std::move(handler)), [](gpointer data) { delete static_cast<Handler*>(data); });
     g_source_attach(source.get(), nullptr);
     return Subscription([source]() mutable { source.reset(); });
+}
+
+void withholdUnixSignal(int signal) {
+    // GLib keeps its own handler installed while there is a source of the signal, attached or not.
+    static auto& kept = *new std::vector<GSourceHandle>;
+    kept.emplace_back(g_unix_signal_source_new(signal));
 }
 
 }  // namespace thermopix

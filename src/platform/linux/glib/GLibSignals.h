@@ -10,4 +10,7 @@ namespace thermopix {
 /// SIGWINCH. Signals that come in quick succession may be told once. Main thread.
 Subscription observeUnixSignal(int signal, std::function<void()> handler);
 
+/// From now on the signal does nothing but what observers do, to the end of the process.
+void withholdUnixSignal(int signal);
+
 }  // namespace thermopix

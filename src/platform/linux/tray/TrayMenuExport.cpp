@@ -2,6 +2,7 @@
 
 #include <libdbusmenu-glib/dbusmenu-glib.h>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -12,9 +13,6 @@ namespace thermopix {
 namespace {
 
 constexpr const char* identifierProperty = "x-thermopix-id";
-
-/// Far more than it ever takes; each is a round trip over the bus.
-constexpr int mostAttempts = 1000;
 
 /// Menus on the bus take an underscore as the mark of a mnemonic, and two of them as one.
 std::string label(const std::string& title) {
@@ -144,22 +142,25 @@ struct TrayMenuExport::Tree {
 };
 
 TrayMenuExport::TrayMenuExport(GDBusConnection* connection, const std::string& objectPath, MenuSource& source,
-                               std::function<void()> onReady)
+                               MainLoop& mainLoop, std::function<void()> onReady)
     : connection_(connection),
       objectPath_(objectPath),
+      mainLoop_(mainLoop),
       onReady_(std::move(onReady)),
+      pause_(firstPause),
       tree_(std::make_unique<Tree>(objectPath, source)) {
-    awaitExport(mostAttempts);
+    awaitExport();
 }
 
 TrayMenuExport::~TrayMenuExport() = default;
 
 /// The library finds the bus in the background and does not tell when it has, so the menu itself is asked.
-void TrayMenuExport::awaitExport(int attempts) {
+void TrayMenuExport::awaitExport() {
     waiting_ = readProperty(connection_, g_dbus_connection_get_unique_name(connection_), objectPath_.c_str(),
-                            "com.canonical.dbusmenu", "Version", [this, attempts](GVariant* version) {
-                                if (version == nullptr && attempts > 1) {
-                                    awaitExport(attempts - 1);
+                            "com.canonical.dbusmenu", "Version", [this](GVariant* version) {
+                                if (version == nullptr) {
+                                    waiting_ = mainLoop_.oneShot(pause_, [this] { awaitExport(); });
+                                    pause_ = std::min(pause_ * 2, longestPause);
                                     return;
                                 }
                                 isReady_ = true;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
 
 #include "platform/linux/glib/GLibHandles.h"
 #include "shell/Menu.h"
+#include "system/MainLoop.h"
 
 namespace thermopix {
 
@@ -13,9 +15,13 @@ namespace thermopix {
 /// properties that differ. Main thread.
 class TrayMenuExport {
 public:
-    /// `connection` is the shared one of the session bus; it and `source` outlive the export. Calls `onReady` once,
-    /// when the menu can be read, since trays read it only once.
-    TrayMenuExport(GDBusConnection* connection, const std::string& objectPath, MenuSource& source,
+    /// Between two looks whether the menu is there, doubled each time.
+    static constexpr std::chrono::milliseconds firstPause{1};
+    static constexpr std::chrono::milliseconds longestPause{1000};
+
+    /// `connection` is the shared one of the session bus; it, `source` and `mainLoop` outlive the export. Calls
+    /// `onReady` once, when the menu can be read, since trays read it only once; however long that takes.
+    TrayMenuExport(GDBusConnection* connection, const std::string& objectPath, MenuSource& source, MainLoop& mainLoop,
                    std::function<void()> onReady);
     ~TrayMenuExport();
     TrayMenuExport(const TrayMenuExport&) = delete;
@@ -26,12 +32,14 @@ public:
 private:
     struct Tree;
 
-    void awaitExport(int attempts);
+    void awaitExport();
 
     GDBusConnection* connection_;
     std::string objectPath_;
+    MainLoop& mainLoop_;
     std::function<void()> onReady_;
     bool isReady_ = false;
+    std::chrono::milliseconds pause_;
     Subscription waiting_;
     std::unique_ptr<Tree> tree_;
 };

@@ -12,15 +12,29 @@ namespace {
 constexpr const char* logCategory = "desktop";
 constexpr const char* configurationFile = "desktop.conf";
 
+// What the library of the menu has to say, for instance of trays that open what is no menu.
+Subscription logMenuMessages(DiagnosticLog& log) {
+    constexpr const char* domain = "LIBDBUSMENU-GLIB";
+    const guint handler = g_log_set_handler(
+        domain, G_LOG_LEVEL_WARNING,
+        [](const gchar*, GLogLevelFlags, const gchar* message, gpointer data) {
+            static_cast<DiagnosticLog*>(data)->diag(logCategory, message);
+        },
+        &log);
+    return Subscription([handler] { g_log_remove_handler(domain, handler); });
+}
+
 }  // namespace
 
-TrayStatusBar::TrayStatusBar(GDBusConnection* connection, TrayOptions options, DiagnosticLog& log)
+TrayStatusBar::TrayStatusBar(GDBusConnection* connection, TrayOptions options, MainLoop& mainLoop, DiagnosticLog& log)
     : connection_(connection),
       options_(std::move(options)),
+      mainLoop_(mainLoop),
       log_(log),
       choices_(readDesktopConfiguration(options_.settingsFolder / configurationFile, log)),
       hostWatch_(connection, options_.processRoot),
-      colorWatch_(connection) {
+      colorWatch_(connection),
+      menuMessages_(logMenuMessages(log)) {
     if (!options_.showPopup) {
         options_.showPopup = [&log](std::int32_t x, std::int32_t y) {
             log.diag(logCategory, fmt::format("no popup menu to show at {}, {}", x, y));
@@ -37,7 +51,7 @@ TrayStatusBar::TrayStatusBar(GDBusConnection* connection, TrayOptions options, D
 }
 
 std::unique_ptr<StatusItem> TrayStatusBar::makeStatusItem() {
-    return std::make_unique<TrayStatusItem>(connection_, options_, ++itemCount_, presentation_, log_);
+    return std::make_unique<TrayStatusItem>(connection_, options_, ++itemCount_, presentation_, mainLoop_, log_);
 }
 
 void TrayStatusBar::reload() {

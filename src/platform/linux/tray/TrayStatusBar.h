@@ -19,8 +19,8 @@ enum class TrayPresence { unknown, absent, present };
 /// whenever there is a tray, however late or often that comes. Outlives its items. Main thread.
 class TrayStatusBar final : public StatusBar {
 public:
-    /// `connection` is the shared one of the session bus, which carries the menus; it and `log` outlive the bar.
-    TrayStatusBar(GDBusConnection* connection, TrayOptions options, DiagnosticLog& log);
+    /// `connection` is the shared one of the session bus, which carries the menus; all outlive the bar.
+    TrayStatusBar(GDBusConnection* connection, TrayOptions options, MainLoop& mainLoop, DiagnosticLog& log);
     TrayStatusBar(const TrayStatusBar&) = delete;
     TrayStatusBar& operator=(const TrayStatusBar&) = delete;
 
@@ -39,6 +39,7 @@ private:
 
     GDBusConnection* connection_;
     TrayOptions options_;
+    MainLoop& mainLoop_;
     DiagnosticLog& log_;
     TrayChoices choices_;
     TrayHostWatch hostWatch_;
@@ -48,6 +49,7 @@ private:
     std::optional<TrayHostState> hostState_;
     DesktopColors colors_;
     std::int32_t itemCount_ = 0;
+    Subscription menuMessages_;
     Subscription hostSubscription_;
     Subscription colorSubscription_;
 };

@@ -89,10 +89,12 @@ constexpr const char* propertyValues = R"({
 }  // namespace
 
 TrayStatusItem::TrayStatusItem(GDBusConnection* connection, const TrayOptions& options, std::int32_t number,
-                               Published<std::optional<TrayPresentation>>& presentation, DiagnosticLog& log)
+                               Published<std::optional<TrayPresentation>>& presentation, MainLoop& mainLoop,
+                               DiagnosticLog& log)
     : connection_(connection),
       options_(options),
       number_(number),
+      mainLoop_(mainLoop),
       log_(log),
       busName_(fmt::format("{}-{}-{}", interfaceName, getpid(), number)),
       title_(options.title) {
@@ -122,7 +124,8 @@ void TrayStatusItem::setImage(const StatusItemImage& image) {
 void TrayStatusItem::setMenu(MenuSource& menu) {
     menu_.reset();
     properties_.reset();
-    menu_ = std::make_unique<TrayMenuExport>(connection_, numbered(itemMenuPath), menu, [this] { update(); });
+    menu_ =
+        std::make_unique<TrayMenuExport>(connection_, numbered(itemMenuPath), menu, mainLoop_, [this] { update(); });
 }
 
 void TrayStatusItem::update() {

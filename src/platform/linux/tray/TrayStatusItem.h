@@ -15,6 +15,7 @@
 #include "platform/linux/tray/TrayPictureCache.h"
 #include "shell/StatusItem.h"
 #include "system/DiagnosticLog.h"
+#include "system/MainLoop.h"
 #include "tray/TrayHost.h"
 #include "tray/TrayInk.h"
 
@@ -49,7 +50,7 @@ class TrayStatusItem final : public StatusItem {
 public:
     /// `number` tells the items of this process apart, from 1. All references outlive the item.
     TrayStatusItem(GDBusConnection* connection, const TrayOptions& options, std::int32_t number,
-                   Published<std::optional<TrayPresentation>>& presentation, DiagnosticLog& log);
+                   Published<std::optional<TrayPresentation>>& presentation, MainLoop& mainLoop, DiagnosticLog& log);
     ~TrayStatusItem() override;
     TrayStatusItem(const TrayStatusItem&) = delete;
     TrayStatusItem& operator=(const TrayStatusItem&) = delete;
@@ -74,6 +75,7 @@ private:
     GDBusConnection* connection_;
     const TrayOptions& options_;
     std::int32_t number_;
+    MainLoop& mainLoop_;
     DiagnosticLog& log_;
     std::string busName_;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "environment/Log.h"
+#include "environment/RepetitionLog.h"
 #include "platform/macos/sensors/IOKitHIDSymbols.h"
 #include "platform/macos/system/MacMainLoop.h"
 #include "platform/macos/system/MacMonotonicClock.h"
@@ -36,7 +37,8 @@ public:
 
 private:
     MacSystemLog systemLog_;
-    Log log_{systemLog_};
+    Log everyLine_{systemLog_};
+    RepetitionLog log_{everyLine_};
     StandardOutputStream standardOutput_;
     StandardOutputStream standardError_;
     MacMainLoop mainLoop_;

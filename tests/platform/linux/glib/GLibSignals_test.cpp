@@ -54,5 +54,16 @@ TEST(GLibSignals, AnObserverMayEndInsideItsOwnHandler) {
     EXPECT_FALSE(observer.isActive());
 }
 
+TEST(GLibSignals, AWithheldSignalEndsTheProcessNoMore) {
+    withholdUnixSignal(SIGHUP);
+    std::raise(SIGHUP);
+    observeUnixSignal(SIGHUP, [] {}).cancel();
+    std::raise(SIGHUP);
+    GLibMainLoop loop;
+    const auto observer = observeUnixSignal(SIGHUP, [&] { loop.quit(); });
+    std::raise(SIGHUP);
+    loop.run();
+}
+
 }  // namespace
 }  // namespace thermopix

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/glib/GLibMainLoop.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestMenuSource.h"
 #include "platform/linux/tray/TestTrayHost.h"
@@ -59,9 +60,10 @@ protected:
 
     TestTrayHost client_;
     TestMenuSource source_;
+    GLibMainLoop loop_;
     bool isReady_ = false;
     std::optional<TrayMenuExport> menu_{std::in_place, TestBus::instance().session(), menuPath, source_,
-                                        [this] { isReady_ = true; }};
+                                        loop_,         [this] { isReady_ = true; }};
     std::vector<TestMenuEntry> entries_;
 };
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "fakes/TemporaryFolder.h"
 #include "pixels/PixelRasterizer.h"
 #include "pixels/StatusImageRenderer.h"
+#include "platform/linux/glib/GLibMainLoop.h"
 #include "platform/linux/tray/TestBus.h"
 #include "platform/linux/tray/TestDesktopSettings.h"
 #include "platform/linux/tray/TestMenuSource.h"
@@ -39,6 +41,29 @@ std::vector<TrayPicture> expectedPictures(const StatusItemImage& image, TrayPict
     return trayPictures(trayArt(image, shape(set)), set, trayInk({{}, color}, {}, {}));
 }
 
+/// As on a machine that is busy: while it lives, nothing runs in the threads that GLib shares.
+class HeldThreads {
+public:
+    HeldThreads() {
+        // As many as there may ever be.
+        for (int i = 0; i < 400; ++i) {
+            const GObjectHandle<GTask> task(g_task_new(nullptr, nullptr, nullptr, nullptr));
+            g_task_set_task_data(task.get(), new std::shared_future<void>(released_),
+                                 [](gpointer data) { delete static_cast<std::shared_future<void>*>(data); });
+            g_task_run_in_thread(task.get(), [](GTask*, gpointer, gpointer data, GCancellable*) {
+                static_cast<std::shared_future<void>*>(data)->wait();
+            });
+        }
+    }
+    ~HeldThreads() { release_.set_value(); }
+    HeldThreads(const HeldThreads&) = delete;
+    HeldThreads& operator=(const HeldThreads&) = delete;
+
+private:
+    std::promise<void> release_;
+    std::shared_future<void> released_ = release_.get_future().share();
+};
+
 class TrayStatusBarTest : public testing::Test {
 protected:
     /// The tray's watcher runs in this test's process, whose name this sets.
@@ -57,7 +82,7 @@ protected:
             options.showPopup = [this](std::int32_t x, std::int32_t y) { popups_.emplace_back(x, y); };
             options.useActivationToken = [this](std::string_view token) { tokens_.emplace_back(token); };
         }
-        bar_.emplace(TestBus::instance().session(), options, log_);
+        bar_.emplace(TestBus::instance().session(), options, loop_, log_);
         item_ = bar_->makeStatusItem();
     }
 
@@ -121,6 +146,7 @@ protected:
 
     TemporaryFolder folder_;
     RecordingLog log_;
+    GLibMainLoop loop_;
     TestMenuSource menu_;
     Points popups_;
     std::vector<std::string> tokens_;
@@ -158,6 +184,30 @@ TEST_F(TrayStatusBarTest, WaitsForTheFirstPicture) {
     EXPECT_TRUE(host_->registrations.empty());
     item_->setImage(imageOf(72));
     EXPECT_TRUE(host_->waitForRegistration());
+}
+
+TEST_F(TrayStatusBarTest, WaitsForItsMenuHoweverOftenTheBusAnswersBefore) {
+    makeHost("waybar");
+    {
+        const HeldThreads busy;
+        makeItem();
+        ASSERT_TRUE(waitFor(TrayPresence::present));
+        for (int round = 0; round < 3000; ++round) {
+            static_cast<void>(callFrom(TestBus::instance().session(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                       "org.freedesktop.DBus", "GetId", nullptr));
+        }
+        EXPECT_TRUE(host_->registrations.empty());
+    }
+    ASSERT_TRUE(host_->waitForRegistration());
+    EXPECT_EQ(host_->menu().children.size(), 9U);
+}
+
+TEST_F(TrayStatusBarTest, LogsWhatTheLibraryOfTheMenuSays) {
+    showIn("waybar");
+    static_cast<void>(
+        host_->callMenu("AboutToShow", g_variant_new("(i)", host_->menu().children[TestMenuSource::quit].id)));
+    ASSERT_TRUE(runUntil([this] { return !log_.lines.empty(); }));
+    EXPECT_TRUE(log_.lines[0].starts_with("desktop: About to Show")) << log_.lines[0];
 }
 
 TEST_F(TrayStatusBarTest, HasThePropertiesThatTraysRead) {
