@@ -1,6 +1,7 @@
 #include "platform/linux/windows/MessageChannel.h"
 
 #include <glib-unix.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 #include <array>
@@ -69,6 +70,15 @@ void MessageChannel::send(const WindowRequest& request) {
     }
 }
 
+std::size_t MessageChannel::roundsTaken() {
+    int unread = 0;
+    if (isUntaken_ && written_ == outgoing_.size() && ::ioctl(socket_.get(), TIOCOUTQ, &unread) == 0 && unread == 0) {
+        isUntaken_ = false;
+        ++roundsTaken_;
+    }
+    return roundsTaken_;
+}
+
 void MessageChannel::readRest() {
     const std::weak_ptr<MessageChannel*> self = self_;
     while (!self.expired() && read()) {
@@ -109,6 +119,7 @@ bool MessageChannel::read() {
 void MessageChannel::write() {
     while (true) {
         if (written_ == outgoing_.size()) {
+            static_cast<void>(roundsTaken());
             outgoing_.clear();
             written_ = 0;
             for (const auto& request : std::exchange(waiting_, {})) {
@@ -120,6 +131,7 @@ void MessageChannel::write() {
                 return;
             }
         }
+        isUntaken_ = true;
         const ssize_t count = ::send(socket_.get(), outgoing_.data() + written_, outgoing_.size() - written_,
                                      MSG_DONTWAIT | MSG_NOSIGNAL);
         if (count < 0) {

@@ -38,6 +38,9 @@ public:
     /// Replaces a request of the same kind to the same window that the other side has not taken yet.
     void send(const WindowRequest& request);
 
+    /// How often the other side was seen to have read all that was sent; it stands still while that does not read.
+    [[nodiscard]] std::size_t roundsTaken();
+
     /// Tells what has arrived already; for when nothing can follow.
     void readRest();
 
@@ -62,6 +65,8 @@ private:
     std::string outgoing_;
     std::size_t written_ = 0;
     std::vector<Waiting> waiting_;
+    std::size_t roundsTaken_ = 0;
+    bool isUntaken_ = false;
     GSourceHandle readable_;
     GSourceHandle writable_;
     std::shared_ptr<MessageChannel*> self_ = std::make_shared<MessageChannel*>(this);

@@ -19,9 +19,9 @@ ProcessWindow::~ProcessWindow() {
 void ProcessWindow::show() {
     client_.send(ShowWindow{id_, description_});
     isMiniaturized_ = false;
+    mayShowAgain_ = true;
     if (!std::exchange(isVisible_, true)) {
         isShowing_ = true;
-        mayShowAgain_ = true;
         visibilityObservers.tell(true);
     }
 }
@@ -53,11 +53,14 @@ void ProcessWindow::changed(const WindowVisibilityChanged& change) {
 }
 
 void ProcessWindow::processEnded(const WindowProcessEnd& end) {
-    if (isShowing_ && !end.isFailure() && std::exchange(mayShowAgain_, false)) {
-        // The process was about to end with its last window when it was asked for this one.
+    const bool isMissed = end.wasSilent ? isVisible_ : isShowing_;
+    if (isMissed && !end.isFailure() && std::exchange(mayShowAgain_, false)) {
+        // The process was about to end with its last window when it was asked for this one, or did not hear it.
+        isClosing_ = false;
         isVisible_ = false;
         visibilityObservers.tell(false);
         isVisible_ = true;
+        isShowing_ = true;
         client_.send(ShowWindow{id_, description_});
         visibilityObservers.tell(true);
         return;

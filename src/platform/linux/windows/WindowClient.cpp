@@ -1,6 +1,7 @@
 #include "platform/linux/windows/WindowClient.h"
 
 #include <fmt/format.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 
@@ -33,6 +34,10 @@ bool showsSomething(const WindowRequest& request) {
            std::holds_alternative<OpenPopupMenu>(request) || std::holds_alternative<ShowStrip>(request);
 }
 
+bool wantsAnswer(const WindowRequest& request) {
+    return showsSomething(request) || std::holds_alternative<OrderWindowFront>(request);
+}
+
 // Empty for a good end.
 std::string describe(int status) {
     if (WIFSIGNALED(status)) {
@@ -56,9 +61,15 @@ GObjectHandle<GSubprocess> spawn(const std::filesystem::path& program, const Env
     for (const auto& [name, value] : variables) {
         g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), TRUE);
     }
-    // An ignored signal would be inherited.
     g_subprocess_launcher_set_child_setup(
-        launcher.get(), [](gpointer) { std::signal(SIGPIPE, SIG_DFL); }, nullptr, nullptr);
+        launcher.get(),
+        [](gpointer) {
+            // An ignored signal would be inherited.
+            std::signal(SIGPIPE, SIG_DFL);
+            // Also when it is stopped and does not notice that its socket has ended.
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        },
+        nullptr, nullptr);
     const std::string option(WindowProtocol::socketOption);
     const std::string number = std::to_string(WindowClient::inheritedDescriptor);
     return GObjectHandle<GSubprocess>(g_subprocess_launcher_spawn(launcher.get(), error.out(), program.c_str(),
@@ -72,7 +83,8 @@ struct WindowClient::Running {
     Running() : cancellable(g_cancellable_new()) {}
     ~Running() {
         g_cancellable_cancel(cancellable.get());
-        g_subprocess_send_signal(child.get(), SIGTERM);
+        // Nothing is left to be done in order, and a process that is stopped takes no other signal.
+        g_subprocess_force_exit(child.get());
     }
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
@@ -85,6 +97,9 @@ struct WindowClient::Running {
     bool hasSaidHello = false;
     std::string failure;
     Subscription patience;
+    /// While a request may be unread that wants to be seen, and the channel's rounds before that.
+    Subscription answer;
+    std::size_t takenBefore = 0;
 };
 
 WindowClient::WindowClient(Options options, MainLoop& mainLoop, DiagnosticLog& log)
@@ -97,6 +112,34 @@ void WindowClient::send(const WindowRequest& request) {
         waiting_.push_back(request);
     } else if (running_ || (showsSomething(request) && start())) {
         running_->channel->send(request);
+        if (wantsAnswer(request)) {
+            expectAnswer(request);
+        }
+    }
+}
+
+void WindowClient::expectAnswer(const WindowRequest& request) {
+    const std::size_t taken = running_->channel->roundsTaken();
+    // What is still unread is not put off by what follows.
+    if (running_->answer.isActive() && running_->takenBefore == taken) {
+        return;
+    }
+    running_->takenBefore = taken;
+    running_->answer = mainLoop_.oneShot(patienceWithSilence, [this, request] {
+        running_->answer.cancel();
+        if (running_->hasSaidHello && running_->channel->roundsTaken() == running_->takenBefore) {
+            replace(request);
+        }
+    });
+}
+
+void WindowClient::replace(const WindowRequest& request) {
+    log_.diag(logCategory, fmt::format("{} does not answer; it is started anew.", WindowProtocol::executable));
+    running_.reset();
+    ended_.tell(WindowProcessEnd{.failure = {}, .wasSilent = true});
+    // A window may have asked for itself already, and for its content after that.
+    if (!running_ || !std::holds_alternative<ShowWindow>(request)) {
+        send(request);
     }
 }
 
@@ -166,6 +209,7 @@ void WindowClient::channelEnded(MessageChannel::End end) {
         return;
     }
     running_->channel.reset();
+    running_->answer.cancel();
     running_->patience = mainLoop_.oneShot(patienceAtEnd, [this] { g_subprocess_force_exit(running_->child.get()); });
 }
 
@@ -174,6 +218,7 @@ void WindowClient::condemn(std::string reason) {
     g_subprocess_force_exit(running_->child.get());
     running_->channel.reset();
     running_->patience.cancel();
+    running_->answer.cancel();
 }
 
 void WindowClient::childEnded(GObject* child, GAsyncResult* result, gpointer client) {
@@ -206,7 +251,7 @@ void WindowClient::report(std::string failure) {
     if (!failure.empty()) {
         log_.diag(logCategory, failure);
     }
-    ended_.tell(WindowProcessEnd{std::move(failure)});
+    ended_.tell(WindowProcessEnd{.failure = std::move(failure)});
 }
 
 std::optional<std::filesystem::path> windowExecutable(const std::filesystem::path& program,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -20,8 +21,10 @@ namespace thermopix {
 
 /// How a window process ended, or that it could not be started.
 struct WindowProcessEnd {
-    /// A sentence for the user; empty when the process ended by itself in good order.
+    /// A sentence for the user; empty when the process ended by itself in good order or is about to be started anew.
     std::string failure;
+    /// It did not answer when it was asked for something; what it showed is to be asked for again.
+    bool wasSilent = false;
 
     [[nodiscard]] bool isFailure() const { return !failure.empty(); }
 };
@@ -31,6 +34,9 @@ struct WindowProcessEnd {
 /// never inside `send`, apart from those of a start, and do not end this object. Main thread.
 class WindowClient {
 public:
+    /// How long a process may leave a request unread that shows something. Then it is ended and the next one asked.
+    static constexpr std::chrono::seconds patienceWithSilence{10};
+
     /// The number of the socket in the process.
     static constexpr int inheritedDescriptor = 3;
 
@@ -71,6 +77,8 @@ private:
     void channelEnded(MessageChannel::End end);
     static void childEnded(GObject* child, GAsyncResult* result, gpointer client);
     void exited(int status);
+    void expectAnswer(const WindowRequest& request);
+    void replace(const WindowRequest& request);
     /// Ends a process that cannot be trusted.
     void condemn(std::string reason);
     void report(std::string failure);

@@ -200,6 +200,31 @@ TEST_F(ProcessWindowTest, ShownInVainTwiceCountsAsClosed) {
     EXPECT_FALSE(process->isRunning());
 }
 
+TEST_F(ProcessWindowTest, ShownInAProcessThatDoesNotAnswerComesUpInTheNext) {
+    for (const bool isOnlyBroughtForward : {false, true}) {
+        const auto run = showIt();
+        run->command("deafen");
+        ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+        if (isOnlyBroughtForward) {
+            window->makeKeyAndOrderFront();
+        } else {
+            window->show();
+        }
+        while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+        }
+        loop.advance(WindowClient::patienceWithSilence);
+        EXPECT_EQ(words, (Words{"hidden", "visible"}));
+        EXPECT_TRUE(window->isVisible());
+        const auto next = nextReadyRun();
+        ASSERT_TRUE(until([&] { return next->requests.size() >= 2; }));
+        EXPECT_EQ(next->requests[0], everything()[0]);
+        EXPECT_EQ(next->requests[1], everything()[1]);
+        next->command("exit 0");
+        ASSERT_TRUE(until([&] { return !process->isRunning(); }));
+        next->requests.clear();
+    }
+}
+
 TEST_F(ProcessWindowTest, LeavesTheScreenWithItsObject) {
     const auto run = showIt();
     window.reset();

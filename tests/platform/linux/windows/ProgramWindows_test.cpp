@@ -268,6 +268,18 @@ TEST_F(ProgramWindowsTest, NeverLoadsAToolkitItself) {
     }
 }
 
+TEST_F(ProgramWindowsTest, TakesStoppedWindowsWithItHoweverItEnds) {
+    for (const int number : {SIGTERM, SIGKILL}) {
+        const auto run = openSettings();
+        const auto strip = nextRun(stripPlatform);
+        for (const auto& stopped : {run, strip}) {
+            ASSERT_EQ(kill(stopped->pid(), SIGSTOP), 0);
+        }
+        program->signal(number);
+        EXPECT_TRUE(until([&] { return strip->hasEnded() && run->hasEnded(); })) << number;
+    }
+}
+
 TEST_F(ProgramWindowsTest, TakesItsWindowsWithIt) {
     const auto run = openSettings();
     const auto strip = nextRun(stripPlatform);

@@ -61,7 +61,7 @@ protected:
         auto run = start();
         EXPECT_TRUE(settle(run));
         run->command("close");
-        EXPECT_TRUE(until([&] { return loop.activeTimerCount() == 1; }));
+        EXPECT_TRUE(until([&] { return loop.scheduled.back().first == 5s; }));
         return run;
     }
 
@@ -152,6 +152,7 @@ TEST_F(WindowClientTest, LeavesNoDescriptorBehind) {
         const auto run = start();
         run->command(ending);
         EXPECT_TRUE(untilEnd());
+        EXPECT_TRUE(until([&] { return run->isReaped(); })) << ending;
     };
     round("exit 0");
     const std::size_t before = openDescriptors();
@@ -320,6 +321,72 @@ TEST_F(WindowClientTest, EndsWithTheProgramEvenWhenItHangs) {
     ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
     process.reset();
     EXPECT_TRUE(until([&] { return run->isReaped(); }));
+}
+
+TEST_F(WindowClientTest, EndsWithTheProgramEvenWhenItIsStopped) {
+    const auto run = start();
+    ASSERT_TRUE(settle(run));
+    ASSERT_EQ(kill(run->pid(), SIGSTOP), 0);
+    process.reset();
+    EXPECT_TRUE(until([&] { return run->isReaped(); }));
+}
+
+TEST_F(WindowClientTest, IsStartedAnewWhenItLeavesARequestUnread) {
+    for (const WindowRequest& request : Requests{settings, ShowAboutPanel{}}) {
+        ends.clear();
+        log.lines.clear();
+        const auto run = startDeaf();
+        process->send(request);
+        EXPECT_TRUE(until([&] { return process->isRunning(); }));
+        loop.advance(WindowClient::patienceWithSilence - 1ms);
+        EXPECT_TRUE(ends.empty());
+        loop.advance(1ms);
+        EXPECT_EQ(ends, std::vector<std::string>{""});
+        EXPECT_EQ(log.lines,
+                  std::vector<std::string>{"windows: thermopix-windows does not answer; it is started anew."});
+        const auto next = nextReadyRun();
+        EXPECT_EQ(received(next, 1), Requests{request});
+        EXPECT_TRUE(until([&] { return run->isReaped(); }));
+        next->command("exit 0");
+        ASSERT_TRUE(untilEnd(2));
+    }
+}
+
+TEST_F(WindowClientTest, IsStartedAnewWhenItIsStopped) {
+    const auto run = start();
+    ASSERT_TRUE(settle(run));
+    ASSERT_EQ(kill(run->pid(), SIGSTOP), 0);
+    process->send(settings);
+    // What is sent besides does not look like an answer.
+    for (std::size_t second = 1; second < 10; ++second) {
+        process->send(content(second));
+        while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+        }
+        loop.advance(1s);
+    }
+    EXPECT_TRUE(ends.empty());
+    loop.advance(1s);
+    EXPECT_EQ(received(nextReadyRun(), 1), Requests{settings});
+    EXPECT_TRUE(until([&] { return run->isReaped(); }));
+}
+
+TEST_F(WindowClientTest, IsLeftAloneWhileItReads) {
+    const auto run = start();
+    for (std::size_t second = 1; second <= 30; ++second) {
+        process->send(settings);
+        process->send(content(second));
+        ASSERT_TRUE(settle(run));
+        loop.advance(1s);
+    }
+    EXPECT_TRUE(ends.empty());
+    // One that is deaf to what nobody waits for is too.
+    loop.advance(1min);
+    run->command("deafen");
+    ASSERT_TRUE(until([&] { return run->hasTold("deaf"); }));
+    process->send(content(31));
+    loop.advance(1h);
+    EXPECT_TRUE(process->isRunning());
+    EXPECT_EQ(standIns.count(), 1U);
 }
 
 TEST_F(WindowClientTest, MayBeAskedAgainByTheHandlerOfItsEnd) {
