@@ -63,10 +63,10 @@ void AppDelegate::showAboutPanel() {
 
 bool AppDelegate::endsForOtherInstance() {
     auto& application = desktop_.application();
-    if (environment_.isUITest() || !application.hasOtherRunningInstance()) {
+    if (environment_.isUITest() || !application.hasOtherRunningInstance() ||
+        !application.activateOtherRunningInstance()) {
         return false;
     }
-    application.activateOtherRunningInstance();
     application.terminate();
     return true;
 }

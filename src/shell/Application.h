@@ -35,10 +35,10 @@ public:
     /// Whether another process of the same program is running on this desktop; false where that cannot be told.
     [[nodiscard]] virtual bool hasOtherRunningInstance() = 0;
 
-    /// Brings that other process forward.
-    virtual void activateOtherRunningInstance() = 0;
+    /// Brings that other process forward; false when it turned out to be no such process.
+    [[nodiscard]] virtual bool activateOtherRunningInstance() = 0;
 
-    /// Ends the program in good order, with status 0, after the current callback.
+    /// Ends the program in good order after the current callback.
     virtual void terminate() = 0;
 
     /// Comes to the front, ignoring other applications.

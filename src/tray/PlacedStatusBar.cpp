@@ -12,6 +12,7 @@ public:
         : bar_(bar), choice_(bar.chosen_.subscribe([this](const StatusPlaces& places) {
               place(tray_, bar_.places_.tray, places.tray);
               place(strip_, bar_.places_.strip, places.strip);
+              place(terminal_, bar_.places_.terminal, places.terminal);
           })) {}
     ~Item() override {
         if (bar_.onMenu) {
@@ -53,7 +54,7 @@ private:
 
     template <typename Work>
     void forEach(Work work) const {
-        for (const auto* item : {&tray_, &strip_}) {
+        for (const auto* item : {&tray_, &strip_, &terminal_}) {
             if (*item) {
                 work(**item);
             }
@@ -65,6 +66,7 @@ private:
     MenuSource* menu_ = nullptr;
     std::unique_ptr<StatusItem> tray_;
     std::unique_ptr<StatusItem> strip_;
+    std::unique_ptr<StatusItem> terminal_;
     Subscription choice_;
 };
 
@@ -83,9 +85,11 @@ void PlacedStatusBar::decide(const StatusPlaceOffer& offer) {
     if (wanted == chosen_.value()) {
         return;
     }
-    const bool standsIn = wanted.tray && wanted.strip;
+    const bool standsIn = wanted.tray && (wanted.strip || wanted.terminal);
     if (standsIn) {
-        chosen_.send({.tray = true, .strip = chosen_.value().strip});
+        StatusPlaces meanwhile = chosen_.value();
+        meanwhile.tray = true;
+        chosen_.send(meanwhile);
         waiting_ = mainLoop_.oneShot(patience, [this, wanted] { chosen_.send(wanted); });
     } else {
         chosen_.send(wanted);

@@ -12,16 +12,17 @@
 
 namespace thermopix {
 
-/// One status item in the tray or, where there is none, in the strip: the same picture and menu go to whichever the
-/// session has room for. Main thread.
+/// One status item in the tray or, where there is none, in the strip or the terminal: the same picture and menu go to
+/// whichever the session has room for. Main thread.
 class PlacedStatusBar final : public StatusBar {
 public:
-    /// How long a tray may be away, as when a panel restarts, before the strip stands in for it.
+    /// How long a tray may be away, as when a panel restarts, before something else stands in for it.
     static constexpr std::chrono::seconds patience{2};
 
     struct Places {
         StatusBar& tray;
         StatusBar& strip;
+        StatusBar& terminal;
         /// Tells what the session offers, at once and whenever it has changed.
         Published<StatusPlaceOffer>& offer;
     };

@@ -14,25 +14,23 @@ struct StatusPlaceOffer {
     bool isTerminalRequested = false;
     bool hasSessionBus = false;
     bool hasDisplay = false;
-    /// A watcher of tray items was on the bus at the start.
-    bool hasTrayWatcher = false;
     /// Something draws items of the tray; none while that is not known.
     std::optional<bool> hasTray;
 
     friend bool operator==(const StatusPlaceOffer&, const StatusPlaceOffer&) = default;
 };
 
-/// Where items are to be held ready; neither is the terminal. An item in the tray shows up with the next tray; a strip
-/// beside it stands in until there is one.
+/// Where items are to be held ready. An item in the tray shows up with the next tray; what is beside it stands in until
+/// there is one.
 struct StatusPlaces {
     bool tray = false;
     bool strip = false;
+    bool terminal = false;
 
     friend bool operator==(const StatusPlaces&, const StatusPlaces&) = default;
 };
 
-/// The terminal on request or with nothing else to show it; the tray where there is a bus with a display or a
-/// tray, however late that comes.
+/// The terminal on request or with nothing else to show it; the tray wherever there is a bus, however late that comes.
 [[nodiscard]] StatusPlaces statusPlaces(const StatusPlaceOffer& offer);
 
 /// What a choice means for a readout that stands on a desktop already: it does not move to a terminal.

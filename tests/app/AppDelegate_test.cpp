@@ -68,6 +68,14 @@ TEST_F(AppDelegateTest, BringsTheFirstInstanceForwardAndEndsWithoutAStatusItem) 
     EXPECT_EQ(desktop.recordingStatusBar.itemsMade, 0);
 }
 
+TEST_F(AppDelegateTest, StartsBesideAnInstanceThatTurnsOutToBeNone) {
+    desktop.recordingApplication.otherInstanceRuns = true;
+    desktop.recordingApplication.otherInstanceIsOurs = false;
+    launch();
+    EXPECT_EQ(desktop.events, (Events{"look for other instance", "activate other instance", "main menu"}));
+    EXPECT_EQ(desktop.recordingStatusBar.itemsMade, 1);
+}
+
 TEST_F(AppDelegateTest, RunsBesideANormalInstanceInInterfaceTests) {
     desktop.recordingApplication.otherInstanceRuns = true;
     launch({"--uitest-fake-sensor"});

@@ -21,7 +21,10 @@ public:
         events_.emplace_back("look for other instance");
         return otherInstanceRuns;
     }
-    void activateOtherRunningInstance() override { events_.emplace_back("activate other instance"); }
+    [[nodiscard]] bool activateOtherRunningInstance() override {
+        events_.emplace_back("activate other instance");
+        return otherInstanceIsOurs;
+    }
     void terminate() override { events_.emplace_back("terminate"); }
     void activateIgnoringOtherApps() override { events_.emplace_back("activate"); }
     [[nodiscard]] ActivationPolicy activationPolicy() const override { return policy; }
@@ -39,6 +42,7 @@ public:
     }
 
     bool otherInstanceRuns = false;
+    bool otherInstanceIsOurs = true;
     ActivationPolicy policy = ActivationPolicy::accessory;
     Menu mainMenu;
     AboutPanelContent aboutPanel;

@@ -230,6 +230,50 @@ TEST_F(DesktopSessionTest, EndsASecondStartAfterWakingTheFirst) {
     EXPECT_TRUE(runUntil([&] { return host->pictures() != before; }));
 }
 
+TEST_F(DesktopSessionTest, OffersItsItemAsSoonAsATrayAppearsWhereThereIsNoDisplay) {
+    host.reset();
+    const auto program = start();
+    ASSERT_TRUE(program->waitForOutput("57 degrees Celsius, comfy\n")) << program->errors();
+    host = std::make_unique<TestTrayHost>();
+    ASSERT_TRUE(host->waitForRegistration());
+    EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+}
+
+TEST_F(DesktopSessionTest, GivesWayToAStartThatHasADisplay) {
+    const auto first = startShown();
+    auto variables = session();
+    variables["DISPLAY"] = ":no-such-display";
+    const Program second({}, variables);
+    EXPECT_TRUE(first->waitForErrors("takes over; ending"));
+    expectCleanEnd(*first);
+    ASSERT_TRUE(host->waitForRegistration(2));
+    EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+    // That one stays, whoever comes.
+    for (const auto& third : {start(), std::make_unique<Program>(std::vector<std::string>{}, variables)}) {
+        expectCleanEnd(*third);
+    }
+    EXPECT_FALSE(second.hasEnded());
+}
+
+TEST_F(DesktopSessionTest, IsShownWhereAStrangerHoldsItsName) {
+    takeName(host->connection(), std::string(AppInfo::identifier).c_str());
+    const auto program = startShown();
+    EXPECT_TRUE(program->waitForErrors("belongs to another program")) << program->errors();
+}
+
+TEST_F(DesktopSessionTest, FailsWhereARunningInstanceDoesNotAnswer) {
+    const auto first = startShown();
+    first->signal(SIGSTOP);
+    const auto second = start();
+    EXPECT_TRUE(ends(*second));
+    const auto result = second->finish();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.errors.find("Thermopix is running already and does not answer; ending\n"), std::string::npos)
+        << result.errors;
+    first->signal(SIGCONT);
+    EXPECT_TRUE(waitForTitle("57 degrees Celsius, comfy"));
+}
+
 TEST_F(DesktopSessionTest, RunsBesideANormalInstanceInInterfaceTests) {
     const auto first = start();
     ASSERT_TRUE(host->waitForRegistration());

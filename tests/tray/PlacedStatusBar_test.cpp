@@ -37,13 +37,13 @@ protected:
     ManualMainLoop loop;
     RecordingStatusBar tray;
     RecordingStatusBar strip;
+    RecordingStatusBar terminal;
     Published<StatusPlaceOffer> offer{StatusPlaceOffer{.choice = {},
                                                        .isTerminalRequested = false,
                                                        .hasSessionBus = true,
                                                        .hasDisplay = true,
-                                                       .hasTrayWatcher = false,
                                                        .hasTray = std::nullopt}};
-    PlacedStatusBar bar{{.tray = tray, .strip = strip, .offer = offer}, loop};
+    PlacedStatusBar bar{{.tray = tray, .strip = strip, .terminal = terminal, .offer = offer}, loop};
     TestMenuSource source;
     std::unique_ptr<StatusItem> item = bar.makeStatusItem();
 };
@@ -79,6 +79,21 @@ TEST_F(PlacedStatusBarTest, GivesWayToTheTrayAtOnceAndReturnsWhenThatGoes) {
     loop.advance(1min);
     EXPECT_EQ(strip.liveItems, 1);
     EXPECT_EQ(tray.itemsMade, 1) << "the item of the tray stays the same throughout";
+}
+
+TEST_F(PlacedStatusBarTest, ShowsTheReadoutInATerminalWithoutADisplayUntilATrayAppears) {
+    StatusPlaceOffer next = offer.value();
+    next.hasDisplay = false;
+    offer.send(next);
+    item->setImage(image(1));
+    find(false);
+    loop.advance(PlacedStatusBar::patience);
+    EXPECT_EQ(terminal.images, std::vector{image(1)});
+    EXPECT_EQ(tray.images, std::vector{image(1)}) << "ready for the tray";
+    find(true);
+    EXPECT_EQ(terminal.liveItems, 0);
+    EXPECT_EQ(strip.itemsMade, 0);
+    EXPECT_EQ(tray.itemsMade, 1);
 }
 
 TEST_F(PlacedStatusBarTest, DoesNotFlickerWhenAPanelRestarts) {

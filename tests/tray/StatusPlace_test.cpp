@@ -7,10 +7,11 @@
 namespace thermopix {
 namespace {
 
-constexpr StatusPlaces terminal{};
-constexpr StatusPlaces tray{.tray = true, .strip = false};
-constexpr StatusPlaces strip{.tray = false, .strip = true};
-constexpr StatusPlaces stripForTheTray{.tray = true, .strip = true};
+constexpr StatusPlaces terminal{.tray = false, .strip = false, .terminal = true};
+constexpr StatusPlaces tray{.tray = true, .strip = false, .terminal = false};
+constexpr StatusPlaces strip{.tray = false, .strip = true, .terminal = false};
+constexpr StatusPlaces stripForTheTray{.tray = true, .strip = true, .terminal = false};
+constexpr StatusPlaces terminalForTheTray{.tray = true, .strip = false, .terminal = true};
 
 TEST(StatusPlaces, FollowTheRequestTheChoiceAndWhatTheSessionHas) {
     constexpr auto unknown = std::nullopt;
@@ -18,22 +19,26 @@ TEST(StatusPlaces, FollowTheRequestTheChoiceAndWhatTheSessionHas) {
         StatusPlaceOffer offer;
         StatusPlaces places;
     };
-    // The choice; the terminal requested, a bus, a display and a watcher on the bus at the start; a tray.
+    // The choice; the terminal requested, a bus and a display; a tray.
     const std::array cases{
-        Case{{TrayPlace::automatic, false, false, false, false, unknown}, terminal},
-        Case{{TrayPlace::automatic, false, true, false, false, unknown}, terminal},
-        Case{{TrayPlace::automatic, false, true, true, false, unknown}, tray},
-        Case{{TrayPlace::automatic, false, true, false, true, unknown}, tray},
-        Case{{TrayPlace::automatic, false, true, false, true, false}, tray},
-        Case{{TrayPlace::automatic, false, true, true, false, true}, tray},
-        Case{{TrayPlace::automatic, false, true, true, true, false}, stripForTheTray},
-        Case{{TrayPlace::automatic, false, false, true, false, unknown}, strip},
-        Case{{TrayPlace::tray, false, true, true, false, false}, tray},
-        Case{{TrayPlace::tray, true, true, true, true, unknown}, terminal},
-        Case{{TrayPlace::terminal, false, true, true, false, unknown}, terminal},
-        Case{{TrayPlace::strip, false, true, true, false, true}, strip},
-        Case{{TrayPlace::strip, false, true, false, true, false}, tray},
-        Case{{TrayPlace::strip, false, false, false, false, unknown}, terminal},
+        Case{{TrayPlace::automatic, false, false, false, unknown}, terminal},
+        Case{{TrayPlace::automatic, false, true, false, unknown}, tray},
+        Case{{TrayPlace::automatic, false, true, false, false}, terminalForTheTray},
+        Case{{TrayPlace::automatic, false, true, false, true}, tray},
+        Case{{TrayPlace::automatic, false, true, true, unknown}, tray},
+        Case{{TrayPlace::automatic, false, true, true, true}, tray},
+        Case{{TrayPlace::automatic, false, true, true, false}, stripForTheTray},
+        Case{{TrayPlace::automatic, false, false, true, unknown}, strip},
+        Case{{TrayPlace::automatic, true, true, false, true}, terminal},
+        Case{{TrayPlace::tray, false, true, true, false}, tray},
+        Case{{TrayPlace::tray, false, true, false, false}, terminalForTheTray},
+        Case{{TrayPlace::tray, true, true, true, unknown}, terminal},
+        Case{{TrayPlace::terminal, false, true, true, unknown}, terminal},
+        Case{{TrayPlace::terminal, false, true, false, true}, terminal},
+        Case{{TrayPlace::strip, false, true, true, true}, strip},
+        Case{{TrayPlace::strip, false, true, false, true}, tray},
+        Case{{TrayPlace::strip, false, true, false, false}, terminalForTheTray},
+        Case{{TrayPlace::strip, false, false, false, unknown}, terminal},
     };
     for (std::size_t i = 0; i < cases.size(); ++i) {
         EXPECT_EQ(statusPlaces(cases[i].offer), cases[i].places) << "case " << i;

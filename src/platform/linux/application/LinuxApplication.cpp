@@ -1,11 +1,16 @@
 #include "platform/linux/application/LinuxApplication.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 #include "environment/AppInfo.h"
+#include "platform/linux/bus/BusNotice.h"
+#include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/glib/GLibHandles.h"
 
 namespace thermopix {
@@ -25,6 +30,10 @@ constexpr const char* introspection = R"(
   </interface>
 </node>)";
 
+constexpr const char* busService = "org.freedesktop.DBus";
+constexpr const char* busPath = "/org/freedesktop/DBus";
+constexpr guint32 allowReplacement = 1;
+constexpr guint32 replaceExisting = 2;
 constexpr guint32 doNotQueue = 4;
 constexpr guint32 primaryOwner = 1;
 constexpr guint32 alreadyOwner = 4;
@@ -97,9 +106,8 @@ void handleCall(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*
 
 }  // namespace
 
-LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, WindowClient& windows, GLibMainLoop& mainLoop,
-                                   DiagnosticLog& log)
-    : bus_(sessionBus), mainLoop_(mainLoop), log_(log), windows_(windows) {
+LinuxApplication::LinuxApplication(GDBusConnection* sessionBus, Services services, InstanceKind kind)
+    : bus_(sessionBus), mainLoop_(services.mainLoop), log_(services.log), kind_(kind), windows_(services.windows) {
     windows_.useActivationToken(ownActivationToken());
     windows_.onAction = [this](MenuAction action) { perform(action); };
     windows_.onReopen = [this] {
@@ -127,29 +135,73 @@ bool LinuxApplication::hasOtherRunningInstance() {
         return false;
     }
     exportObject();
-    GErrorSlot error;
-    const GVariantHandle reply(g_dbus_connection_call_sync(
-        bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-        g_variant_new("(su)", busName().c_str(), doNotQueue), G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE,
-        replyTimeoutMilliseconds, nullptr, error.out()));
-    if (!reply) {
-        log_.diag(logCategory, "cannot own " + busName() + ": " + std::string(error.message()));
+    nameLost_ =
+        observeSignal(bus_, {busService, busPath, busService, "NameLost", busName().c_str()}, [this](GVariant*) {
+            log_.diag(logCategory, "another start of the program takes over; ending");
+            terminate();
+        });
+    if (requestName()) {
         return false;
     }
-    guint32 answer = 0;
-    g_variant_get(reply.get(), "(u)", &answer);
-    return answer != primaryOwner && answer != alreadyOwner;
+    if (isHeldByStranger()) {
+        log_.diag(logCategory, busName() + " belongs to another program; going on without it");
+        return false;
+    }
+    return true;
 }
 
-void LinuxApplication::activateOtherRunningInstance() {
+bool LinuxApplication::activateOtherRunningInstance() {
     GErrorSlot error;
     const GVariantHandle reply(
         g_dbus_connection_call_sync(bus_, busName().c_str(), objectPath().c_str(), applicationInterface, "Activate",
                                     g_variant_new("(@a{sv})", platformData()), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
                                     replyTimeoutMilliseconds, nullptr, error.out()));
-    if (!reply) {
-        log_.diag(logCategory, "cannot activate the running instance: " + std::string(error.message()));
+    if (reply) {
+        return true;
     }
+    if (error.matches(G_IO_ERROR, G_IO_ERROR_TIMED_OUT)) {
+        log_.diag(logCategory, "Thermopix is running already and does not answer; ending");
+        exitStatus_ = EXIT_FAILURE;
+        return true;
+    }
+    log_.diag(logCategory, "cannot activate the running instance: " + std::string(error.message()));
+    // It may have ended meanwhile.
+    static_cast<void>(requestName());
+    return false;
+}
+
+bool LinuxApplication::requestName() {
+    const guint32 flags = doNotQueue | (kind_ == InstanceKind::withDisplay ? replaceExisting : allowReplacement);
+    GErrorSlot error;
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus_, busService, busPath, busService, "RequestName", g_variant_new("(su)", busName().c_str(), flags),
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, replyTimeoutMilliseconds, nullptr, error.out()));
+    if (!reply) {
+        log_.diag(logCategory, "cannot own " + busName() + ": " + std::string(error.message()));
+        return true;
+    }
+    guint32 answer = 0;
+    g_variant_get(reply.get(), "(u)", &answer);
+    return answer == primaryOwner || answer == alreadyOwner;
+}
+
+std::optional<std::uint32_t> LinuxApplication::processOf(const char* name) const {
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus_, busService, busPath, busService, "GetConnectionUnixProcessID", g_variant_new("(s)", name),
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, replyTimeoutMilliseconds, nullptr, nullptr));
+    if (!reply) {
+        return std::nullopt;
+    }
+    guint32 process = 0;
+    g_variant_get(reply.get(), "(u)", &process);
+    return process;
+}
+
+bool LinuxApplication::isHeldByStranger() const {
+    // In a sandbox the bus numbers processes otherwise than we do.
+    const auto self = processOf(g_dbus_connection_get_unique_name(bus_));
+    const auto owner = processOf(busName().c_str());
+    return self == static_cast<std::uint32_t>(getpid()) && owner && isStranger(*owner, runningProgram());
 }
 
 void LinuxApplication::setActivationPolicy(ActivationPolicy policy) {
@@ -178,6 +230,21 @@ void LinuxApplication::exportObject() {
         log_.diag(logCategory,
                   "cannot speak " + std::string(applicationInterface) + ": " + std::string(error.message()));
     }
+}
+
+bool isStranger(std::uint32_t process, const std::filesystem::path& program, const std::filesystem::path& processRoot) {
+    const auto folder = processRoot / std::to_string(process);
+    std::error_code error;
+    if (!std::filesystem::exists(folder, error)) {
+        return !error;
+    }
+    auto name = std::filesystem::read_symlink(folder / "exe", error).filename().string();
+    // An update has replaced the file since that process was started.
+    constexpr std::string_view replaced = " (deleted)";
+    if (name.ends_with(replaced)) {
+        name.resize(name.size() - replaced.size());
+    }
+    return !error && name != program.filename();
 }
 
 }  // namespace thermopix

@@ -51,10 +51,17 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
       notification_(sessionBus_, platform.log()),
       windowClient_(windowOptions(variables), platform.mainLoop(), platform.log()),
       stripClient_(stripOptions(variables), platform.mainLoop(), platform.log()),
-      application_(sessionBus_, windowClient_, platform.mainLoop(), platform.log()),
+      application_(sessionBus_, {windowClient_, platform.mainLoop(), platform.log()},
+                   thermopix::hasDisplay(variables) ? InstanceKind::withDisplay : InstanceKind::withoutDisplay),
       windows_(windowClient_),
       popup_(windowClient_),
-      strip_(stripClient_, platform.mainLoop(), AppEnvironment::defaults(arguments, platform.userDefaults())) {
+      strip_(stripClient_, platform.mainLoop(), AppEnvironment::defaults(arguments, platform.userDefaults())),
+      terminal_(STDOUT_FILENO, variables, [this] {
+          // While it only stands in for a tray, the program lives on without it.
+          if (!placed_) {
+              application_.terminate();
+          }
+      }) {
     platform.useDefaults(AppEnvironment::defaults(arguments, platform.userDefaults()));
     windowsEnd_ = windowClient_.onEnd([this](const WindowProcessEnd& end) {
         if (end.isFailure()) {
@@ -76,12 +83,11 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
                  .isTerminalRequested = isGiven(Options::terminal, arguments),
                  .hasSessionBus = tray_ != nullptr,
                  .hasDisplay = hasDisplay && (tray_ || windowExecutable(runningProgram(), variables)),
-                 .hasTrayWatcher = tray_ && hasNameOwner(sessionBus_, TrayHostWatch::watcherName),
                  .hasTray = std::nullopt});
-    if (statusPlaces(offer_.value()) == StatusPlaces{}) {
+    const StatusPlaces places = statusPlaces(offer_.value());
+    if (places.terminal) {
         tray_.reset();
         platform.leaveDisplaysAside();
-        terminal_ = std::make_unique<TerminalStatusBar>(STDOUT_FILENO, variables, [this] { application_.terminate(); });
     } else if (tray_) {
         presence_ = tray_->presence().subscribe([this](TrayPresence presence) {
             StatusPlaceOffer offer = offer_.value();
@@ -89,7 +95,8 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
             offer_.send(offer);
         });
         placed_ = std::make_unique<PlacedStatusBar>(
-            PlacedStatusBar::Places{.tray = *tray_, .strip = strip_, .offer = offer_}, platform.mainLoop());
+            PlacedStatusBar::Places{.tray = *tray_, .strip = strip_, .terminal = terminal_, .offer = offer_},
+            platform.mainLoop());
         placed_->onMenu = [this](MenuSource* menu) { popup_.setMenu(menu); };
     }
 }
@@ -108,10 +115,10 @@ void LinuxDesktop::makeTray() {
 }
 
 StatusBar& LinuxDesktop::statusBar() {
-    if (terminal_) {
-        return *terminal_;
+    if (placed_) {
+        return *placed_;
     }
-    return placed_ ? static_cast<StatusBar&>(*placed_) : strip_;
+    return statusPlaces(offer_.value()).terminal ? static_cast<StatusBar&>(terminal_) : strip_;
 }
 
 void LinuxDesktop::reopen(ApplicationDelegate& delegate) {
@@ -140,7 +147,7 @@ int LinuxDesktop::run(ApplicationDelegate& delegate) {
     platform_.mainLoop().run();
     application_.onActivate = nullptr;
     application_.onShowAboutPanel = nullptr;
-    return 0;
+    return application_.exitStatus();
 }
 
 std::unique_ptr<Desktop> makeDesktop(Platform& platform, Arguments arguments, const EnvironmentVariables& variables) {

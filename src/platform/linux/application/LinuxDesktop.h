@@ -49,9 +49,9 @@ private:
     std::unique_ptr<TrayStatusBar> tray_;
     Published<StatusPlaceOffer> offer_{StatusPlaceOffer{}};
     Subscription presence_;
-    /// At most one of them is there; else the item is in the strip.
+    TerminalStatusBar terminal_;
+    /// Where there is a bus and the item is not in the terminal for good.
     std::unique_ptr<PlacedStatusBar> placed_;
-    std::unique_ptr<TerminalStatusBar> terminal_;
 };
 
 }  // namespace thermopix

@@ -48,17 +48,6 @@ BusConnection openSystemBus() {
     return open(G_BUS_TYPE_SYSTEM);
 }
 
-bool hasNameOwner(GDBusConnection* bus, const char* name) {
-    const GVariantHandle reply(g_dbus_connection_call_sync(
-        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
-        g_variant_new("(s)", name), G_VARIANT_TYPE("(b)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-    gboolean owned = FALSE;
-    if (reply) {
-        g_variant_get(reply.get(), "(b)", &owned);
-    }
-    return owned != FALSE;
-}
-
 Subscription onClosed(GDBusConnection* bus, std::function<void()> handler) {
     using Handler = std::function<void()>;
     const gulong id = g_signal_connect_data(bus, "closed", G_CALLBACK(deliverClosed), new Handler(std::move(handler)),

@@ -17,9 +17,6 @@ using BusConnection = GObjectHandle<GDBusConnection>;
 /// The system's bus; null when there is none.
 [[nodiscard]] BusConnection openSystemBus();
 
-/// Whether the name has an owner now; false when the bus does not answer.
-[[nodiscard]] bool hasNameOwner(GDBusConnection* bus, const char* name);
-
 /// Calls `handler` when the bus is lost.
 [[nodiscard]] Subscription onClosed(GDBusConnection* bus, std::function<void()> handler);
 

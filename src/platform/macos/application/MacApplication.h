@@ -18,7 +18,7 @@ public:
     void run(ApplicationDelegate& delegate);
 
     [[nodiscard]] bool hasOtherRunningInstance() override;
-    void activateOtherRunningInstance() override;
+    [[nodiscard]] bool activateOtherRunningInstance() override;
     void terminate() override;
     void activateIgnoringOtherApps() override;
     [[nodiscard]] ActivationPolicy activationPolicy() const override;

@@ -75,8 +75,9 @@ bool MacApplication::hasOtherRunningInstance() {
     return otherRunningInstance() != nil;
 }
 
-void MacApplication::activateOtherRunningInstance() {
+bool MacApplication::activateOtherRunningInstance() {
     [otherRunningInstance() activateWithOptions:0];
+    return true;
 }
 
 void MacApplication::terminate() {
