@@ -86,17 +86,17 @@ void StatusItemController::redraw() {
         return;
     }
     const Appearance appearance = environment_.preferences().appearance(blinking_.areEyesClosed());
-    const auto& answering = environment_.monitor().answering();
-    if (lastRendered_ == lastDrawn_ && lastAppearance_ == appearance && lastAnswering_ == answering) {
+    const auto& origin = environment_.monitor().origin();
+    if (lastRendered_ == lastDrawn_ && lastAppearance_ == appearance && lastOrigin_ == origin) {
         return;
     }
     lastRendered_ = lastDrawn_;
     lastAppearance_ = appearance;
-    lastAnswering_ = answering;
+    lastOrigin_ = origin;
     const Display& display = *lastRendered_;
     if (statusItem_->hasButton()) {
         statusItem_->setImage({StatusImageRenderer::image(display, appearance), PixelRasterizer::digitsBitmap(display),
-                               answering ? fallbackNote(*answering) : std::string()});
+                               origin ? fallbackNote(*origin) : std::string()});
     }
     menuController_.update(display);
 }

@@ -46,7 +46,7 @@ private:
     std::optional<Display> lastDrawn_;
     std::optional<Display> lastRendered_;
     std::optional<Appearance> lastAppearance_;
-    std::optional<AnsweringStage> lastAnswering_;
+    std::optional<ReadingOrigin> lastOrigin_;
 };
 
 }  // namespace thermopix

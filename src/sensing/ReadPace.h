@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 
 namespace thermopix {
 
@@ -18,7 +17,7 @@ public:
 
     void record(Duration took) {
         const bool isSlow = took > quickest;
-        recent_ = static_cast<std::uint8_t>((unsigned{recent_} << 1U | (isSlow ? 1U : 0U)) & 7U);
+        recent_ = (recent_ << 1U | (isSlow ? 1U : 0U)) & 7U;
         switch (answers_) {
             case Answers::untried:
                 answers_ = isSlow ? Answers::slowly : Answers::atOnce;
@@ -43,7 +42,7 @@ public:
 private:
     Answers answers_ = Answers::untried;
     /// The last three reads, the newest in the lowest bit; set for a slow one.
-    std::uint8_t recent_ = 0;
+    unsigned recent_ = 0;
     int quickInARow_ = 0;
 };
 

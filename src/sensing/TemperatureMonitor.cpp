@@ -75,9 +75,9 @@ std::optional<double> TemperatureMonitor::sampleStages() {
 }
 
 void TemperatureMonitor::noteAnswer() {
-    answering_ = {*smoothedSource_, lastStage_, lastStage_ == 0 ? 0 : lastSamples().size()};
+    origin_ = {*smoothedSource_, lastStage_, lastStage_ == 0 ? 0 : lastSamples().size()};
     if (std::exchange(loggedStage_, lastStage_) != lastStage_) {
-        log_.diag("sensor", lastStage_ == 0 ? "the sensors of the source answer again" : fallbackNote(*answering_));
+        log_.diag("sensor", lastStage_ == 0 ? "the sensors of the source answer again" : fallbackNote(*origin_));
     }
 }
 
@@ -97,7 +97,7 @@ Display TemperatureMonitor::displayWithoutReading(TemperatureUnit unit, ThermalP
         return {smoother_.displayed(), unit, pressure, isHot, lastMood_.value_or(PetMood::content)};
     }
     rediscoverIfDue();
-    answering_.reset();
+    origin_.reset();
     smoother_.reset();
     lastMood_ = isElevated(pressure) ? PetMood::scorching : PetMood::content;
     return {std::nullopt, unit, pressure, isElevated(pressure), *lastMood_};

@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "sensing/AnsweringStage.h"
 #include "sensing/Display.h"
+#include "sensing/ReadingOrigin.h"
 #include "sensing/SamplingStage.h"
 #include "sensing/SensorSource.h"
 #include "sensing/TemperatureSensing.h"
@@ -43,7 +43,7 @@ public:
     [[nodiscard]] const std::vector<SensorSample>& lastSamples() const { return stages_[lastStage_].samples(); }
 
     /// What the reading that is shown comes from; none while none is.
-    [[nodiscard]] const std::optional<AnsweringStage>& answering() const { return answering_; }
+    [[nodiscard]] const std::optional<ReadingOrigin>& origin() const { return origin_; }
 
 private:
     void follow(SensorSource source);
@@ -65,7 +65,7 @@ private:
     /// The stages of the smoothed source, never empty, and which of them answered the last poll or was asked last.
     std::vector<SamplingStage> stages_ = std::vector<SamplingStage>(1);
     std::size_t lastStage_ = 0;
-    std::optional<AnsweringStage> answering_;
+    std::optional<ReadingOrigin> origin_;
     /// The stage that the log knows of.
     std::size_t loggedStage_ = 0;
     std::optional<std::int64_t> cachedReadableSensorCount_;

@@ -69,7 +69,7 @@ public:
 
     /// From now on events are asked for on a thread that must not wait, while the subscription lasts: what is slow is
     /// read beside it. Does nothing where every read is waited for.
-    [[nodiscard]] virtual Subscription poll(SensorPolls /*polls*/) { return {}; }
+    [[nodiscard]] virtual Subscription poll(const SensorPolls& /*polls*/) { return {}; }
 
     /// A cheap look at whether services have come or gone since they were listed.
     [[nodiscard]] virtual bool hasChanged() { return false; }

@@ -77,8 +77,8 @@ public:
         return true;
     }
 
-    [[nodiscard]] Subscription poll(SensorPolls asked) override {
-        polls = std::move(asked);
+    [[nodiscard]] Subscription poll(const SensorPolls& asked) override {
+        polls = asked;
         return Subscription([this] { ++endedPolls; });
     }
     [[nodiscard]] bool hasChanged() override {

@@ -105,7 +105,7 @@ TEST_F(StatusItemControllerTest, ATickThatChangesTheDisplayDrawsOnce) {
     EXPECT_NE(bar.menus.back().items[0].title, "57°C");
 }
 
-TEST_F(StatusItemControllerTest, TheNoteFollowsTheAnsweringStageThoughThePictureIsTheSame) {
+TEST_F(StatusItemControllerTest, TheNoteFollowsTheReadingOriginThoughThePictureIsTheSame) {
     createAndDraw();
     EXPECT_EQ(bar.images.back().note, "");
     const std::vector<std::vector<SensorSample>> machines = {

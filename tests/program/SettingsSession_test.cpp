@@ -45,7 +45,7 @@ protected:
     Program::Result quit() {
         program->signal(SIGTERM);
         EXPECT_TRUE(runUntil([this] { return program->hasEnded(); }));
-        const auto result = program->finish();
+        auto result = program->finish();
         EXPECT_EQ(result.status, 0);
         program.reset();
         return result;

@@ -316,15 +316,15 @@ TEST_F(TemperatureMonitorTest, PassesTheAvailabilityOn) {
 TEST_F(TemperatureMonitorTest, SaysWhichStageAnswersAndLogsEachChangeOnce) {
     sensor.samples = {{"CPU", 50}, {"GPU MTR Temp Sensor1", 60}, {"PMU tdie1", 70}};
     pollTimes(2);
-    EXPECT_EQ(monitor.answering(), (AnsweringStage{cpu, 0, 0}));
+    EXPECT_EQ(monitor.origin(), (ReadingOrigin{cpu, 0, 0}));
     EXPECT_TRUE(log.lines.empty());
 
     sensor.samples = {{"GPU MTR Temp Sensor1", 60}, {"SOC MTR Temp Sensor1", 61}};
     pollTimes(2);
-    EXPECT_EQ(monitor.answering(), (AnsweringStage{cpu, 1, 2}));
+    EXPECT_EQ(monitor.origin(), (ReadingOrigin{cpu, 1, 2}));
     sensor.samples = {{"PMU tdie1", 70}};
     pollTimes(2);
-    EXPECT_EQ(monitor.answering(), (AnsweringStage{cpu, 2, 1}));
+    EXPECT_EQ(monitor.origin(), (ReadingOrigin{cpu, 2, 1}));
     sensor.samples = {{"CPU", 50}};
     pollTimes(2);
     EXPECT_EQ(log.lines, (std::vector<std::string>{"sensor: No CPU sensor answers: hottest of 2 others",
@@ -332,20 +332,20 @@ TEST_F(TemperatureMonitorTest, SaysWhichStageAnswersAndLogsEachChangeOnce) {
                                                    "sensor: the sensors of the source answer again"}));
 }
 
-TEST_F(TemperatureMonitorTest, TheAnsweringStageIsThatOfTheReadingShown) {
-    EXPECT_EQ(monitor.answering(), std::nullopt);
+TEST_F(TemperatureMonitorTest, TheReadingOriginIsThatOfTheReadingShown) {
+    EXPECT_EQ(monitor.origin(), std::nullopt);
     read(50);
     pollTimes(1);
-    const auto answering = monitor.answering();
-    EXPECT_NE(answering, std::nullopt);
+    const auto origin = monitor.origin();
+    EXPECT_NE(origin, std::nullopt);
     fail();
     pollTimes(2);
-    EXPECT_EQ(monitor.answering(), answering);
+    EXPECT_EQ(monitor.origin(), origin);
     pollTimes(1);
-    EXPECT_EQ(monitor.answering(), std::nullopt);
+    EXPECT_EQ(monitor.origin(), std::nullopt);
 }
 
-TEST(AnsweringStage, TheNoteNamesWhatIsMissing) {
+TEST(ReadingOrigin, TheNoteNamesWhatIsMissing) {
     EXPECT_EQ(fallbackNote({SensorSource::gpu, 0, 0}), "");
     EXPECT_EQ(fallbackNote({SensorSource::gpu, 1, 3}), "No GPU sensor answers: hottest of 3 others");
     EXPECT_EQ(fallbackNote({SensorSource::storage, 2, 1}), "No Storage sensor answers: one other does");

@@ -64,7 +64,7 @@ void PacedChannel::collect(SensorPolling::Duration patience) {
 
 std::shared_ptr<PacedChannel> PacedChannels::open(const SensorDevice& device, const SensorDevice::Channel& channel) {
     auto& entry = channels_[channel.input];
-    const auto known = entry.lock();
+    auto known = entry.lock();
     if (known && known->isUnderWay()) {
         return known;
     }

@@ -7,12 +7,12 @@ namespace thermopix {
 SensorPolling::SensorPolling(const MonotonicClock& clock, WakeUpMaker makeWakeUp)
     : clock_(clock), makeWakeUp_(std::move(makeWakeUp)) {}
 
-Subscription SensorPolling::poll(SensorPolls polls) {
+Subscription SensorPolling::poll(const SensorPolls& polls) {
     interval_ = polls.interval;
     if (!reader_) {
         reader_ = std::make_unique<SensorReader>(clock_);
     }
-    auto held = std::make_shared<const SensorPolls>(std::move(polls));
+    auto held = std::make_shared<const SensorPolls>(polls);
     polls_ = held;
     if (makeWakeUp_) {
         late_ = makeWakeUp_([polls = polls_] {

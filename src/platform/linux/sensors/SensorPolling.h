@@ -31,7 +31,7 @@ public:
     SensorPolling& operator=(const SensorPolling&) = delete;
 
     /// From now on polls come, while the subscription lasts.
-    [[nodiscard]] Subscription poll(SensorPolls polls);
+    [[nodiscard]] Subscription poll(const SensorPolls& polls);
 
     /// Sensors have been discovered, which answer at once as a rule.
     void noteDiscovery();

@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] HIDSymbolResolution load() override;
 
-    [[nodiscard]] Subscription poll(SensorPolls polls) override { return polling_.poll(std::move(polls)); }
+    [[nodiscard]] Subscription poll(const SensorPolls& polls) override { return polling_.poll(polls); }
     [[nodiscard]] bool hasChanged() override;
 
 private:

@@ -80,8 +80,10 @@ TEST_F(KernelEventsTest, NothingIsToldOnceItIsGone) {
 }
 
 TEST(KernelEvents, WithoutASocketItStaysSilent) {
-    const KernelEvents events(Descriptor(-1), [] { FAIL(); });
-    EXPECT_EQ(g_main_context_pending(nullptr), FALSE);
+    bool hasTold = false;
+    const KernelEvents events(Descriptor(-1), [&hasTold] { hasTold = true; });
+    g_main_context_iteration(nullptr, FALSE);
+    EXPECT_FALSE(hasTold);
 }
 
 }  // namespace

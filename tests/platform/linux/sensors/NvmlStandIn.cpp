@@ -32,7 +32,7 @@ std::string behaviour(const std::string& call) {
         if (line.rfind(call + " ", 0) != 0) {
             continue;
         }
-        const auto what = line.substr(call.size() + 1);
+        auto what = line.substr(call.size() + 1);
         if (what == "is held") {
             ::close(::open(path("held").c_str(), O_RDONLY));
         } else if (what == "crashes") {
@@ -93,7 +93,7 @@ int nvmlDeviceGetTemperature(void* device, int sensor, unsigned* celsius) {
         return unknown;
     }
     write("temperature of " + address);
-    const auto what = behaviour("temperature");
+    auto what = behaviour("temperature");
     *celsius = what.empty() || what == "is held" ? 55 : static_cast<unsigned>(std::strtoul(what.c_str(), nullptr, 10));
     return what == "fails" ? unknown : success;
 }
