@@ -74,9 +74,9 @@ class DeskTest(SessionTest):
         """How often the program said this, since it was started."""
         return self.program.output()[self.said_before:].count(text)
 
-    def start_another(self):
+    def start_another(self, **environment):
         """A second start, which ends by itself."""
-        another = self.desk.start()
+        another = self.desk.start(**environment)
         self.addCleanup(another.end)
         until(lambda: not another.is_running(), "the end of the second program")
         self.assertEqual(another.end(), 0, another.output())

@@ -2,9 +2,12 @@
 
 #include <pthread.h>
 
+#include <algorithm>
 #include <condition_variable>
 #include <csignal>
+#include <cstddef>
 #include <deque>
+#include <list>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -19,50 +22,6 @@ public:
     std::shared_ptr<SensorChannel> channel;
     /// Guarded by the reader's mutex.
     std::optional<Answer> answer;
-};
-
-/// What the reader shares with its threads, which outlive it while they are stuck.
-struct SensorReader::State {
-    /// A thread that serves the queue. One that is stuck is replaced, and serves no more.
-    using Server = unsigned;
-
-    explicit State(const MonotonicClock& readersClock) : clock(readersClock) {}
-
-    void serve(Server self) {
-        std::unique_lock lock(mutex);
-        while (self == server && !queue.empty()) {
-            const auto request = std::move(queue.front());
-            queue.pop_front();
-            const auto began = clock.now();
-            readingSince = began;
-            lock.unlock();
-            const auto celsius = request->channel->read();
-            request->channel.reset();
-            lock.lock();
-            if (isOver) {
-                return;
-            }
-            const auto ended = clock.now();
-            request->answer = Answer{celsius, ended - began, ended};
-            answered.notify_all();
-            if (const auto call = std::exchange(heard, nullptr)) {
-                call();
-            }
-        }
-        if (self == server) {
-            isServed = false;
-        }
-    }
-
-    const MonotonicClock& clock;
-    std::mutex mutex;
-    std::condition_variable answered;
-    std::function<void()> heard;
-    std::deque<std::shared_ptr<Request>> queue;
-    Server server = 0;
-    bool isServed = false;
-    bool isOver = false;
-    Duration readingSince{};
 };
 
 namespace {
@@ -86,6 +45,61 @@ bool startQuietly(Work work) {
 
 }  // namespace
 
+/// What the reader shares with its threads, which outlive it while they are stuck.
+struct SensorReader::State : std::enable_shared_from_this<State> {
+    explicit State(const MonotonicClock& readersClock) : clock(readersClock) {}
+
+    /// A thread more where requests wait and every thread is in a long read. Under the mutex.
+    void attend() {
+        const auto now = clock.now();
+        const auto hasReadFor = [&](Duration time) {
+            return [now, time](const Duration& since) { return now - since > time; };
+        };
+        const auto stuck = std::count_if(readingSince.begin(), readingSince.end(), hasReadFor(stuckAfter));
+        if (queue.empty() || !std::all_of(readingSince.begin(), readingSince.end(), hasReadFor(longRead)) ||
+            static_cast<std::ptrdiff_t>(readingSince.size()) - stuck >= mostThreads) {
+            return;
+        }
+        const auto self = readingSince.insert(readingSince.end(), now);
+        if (!startQuietly([state = shared_from_this(), self] { state->serve(self); })) {
+            readingSince.erase(self);
+        }
+    }
+
+    void serve(std::list<Duration>::iterator self) {
+        std::unique_lock lock(mutex);
+        while (!queue.empty()) {
+            const auto request = std::move(queue.front());
+            queue.pop_front();
+            const auto began = clock.now();
+            *self = began;
+            lock.unlock();
+            const auto celsius = request->channel->read();
+            request->channel.reset();
+            lock.lock();
+            if (isOver) {
+                return;
+            }
+            const auto ended = clock.now();
+            request->answer = Answer{celsius, ended - began, ended};
+            answered.notify_all();
+            if (const auto call = std::exchange(heard, nullptr)) {
+                call();
+            }
+        }
+        readingSince.erase(self);
+    }
+
+    const MonotonicClock& clock;
+    std::mutex mutex;
+    std::condition_variable answered;
+    std::function<void()> heard;
+    std::deque<std::shared_ptr<Request>> queue;
+    /// Of each thread, when its read began.
+    std::list<Duration> readingSince;
+    bool isOver = false;
+};
+
 SensorReader::SensorReader(const MonotonicClock& clock) : state_(std::make_shared<State>(clock)) {}
 
 SensorReader::~SensorReader() {
@@ -98,17 +112,15 @@ std::shared_ptr<SensorReader::Request> SensorReader::ask(std::shared_ptr<SensorC
     auto request = std::make_shared<Request>(std::move(channel));
     const std::lock_guard lock(state_->mutex);
     state_->queue.push_back(request);
-    const auto now = state_->clock.now();
-    if (!state_->isServed || now - state_->readingSince > stuckAfter) {
-        state_->readingSince = now;
-        state_->isServed = startQuietly([state = state_, self = ++state_->server] { state->serve(self); });
-    }
+    state_->attend();
     return request;
 }
 
 std::optional<SensorReader::Answer> SensorReader::collect(const Request& request, Duration patience) {
     std::unique_lock lock(state_->mutex);
-    state_->answered.wait_for(lock, patience, [&] { return request.answer.has_value(); });
+    if (!state_->answered.wait_for(lock, patience, [&] { return request.answer.has_value(); })) {
+        state_->attend();
+    }
     return request.answer;
 }
 

@@ -10,9 +10,10 @@
 
 namespace thermopix {
 
-/// Reads channels on a thread of its own, one after the other in the order of asking. The thread starts with the first
-/// request and ends with the last; one that is stuck in a read for ten seconds keeps that read, and another goes on
-/// with the rest. Main thread, apart from what it says of other threads; it ends at once, whatever is being read.
+/// Reads channels on a thread of its own, in the order of asking. The thread starts with the first request and ends
+/// with the last; while it is in a long read, requests that wait get another thread, four in all but for those that are
+/// stuck for ten seconds. Main thread, apart from what it says of other threads; it ends at once, whatever is being
+/// read.
 class SensorReader {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -27,7 +28,11 @@ public:
     /// A channel that is read here while it is asked for, and by nobody else meanwhile.
     class Request;
 
+    /// Shorter than the patience with first reads, so that the second sensor of a machine does not wait for a hung
+    /// first.
+    static constexpr Duration longRead = std::chrono::milliseconds(10);
     static constexpr Duration stuckAfter = std::chrono::seconds(10);
+    static constexpr int mostThreads = 4;
 
     /// `clock` outlives the reader and is used on its threads too.
     explicit SensorReader(const MonotonicClock& clock);

@@ -122,6 +122,62 @@ TEST_F(PacedChannelTest, ASensorThatHangsDoesNotHoldUpTheOthersForGood) {
     EXPECT_EQ(readUntilAnswered(channel), 50);
 }
 
+TEST_F(PacedChannelTest, ASensorThatIsReadForLongDoesNotHoldUpTheNextOne) {
+    sensor->hold();
+    poll();
+    EXPECT_EQ(channel.read(), none);
+    sensor->awaitReads(1);
+    clock.advance(SensorReader::longRead + 1ns);
+    const auto other = std::make_shared<HeldChannel>(clock, 61);
+    PacedChannel next(other, polling);
+    EXPECT_EQ(readUntilAnswered(next), 61);
+    sensor->release();
+}
+
+TEST_F(PacedChannelTest, WhatWaitsBehindALongReadIsReadAtThePollAfterIt) {
+    sensor->hold();
+    poll();
+    EXPECT_EQ(channel.read(), none);
+    sensor->awaitReads(1);
+    const auto other = std::make_shared<HeldChannel>(clock, 61);
+    PacedChannel next(other, polling);
+    EXPECT_EQ(next.read(), none);
+    EXPECT_TRUE(other->readers().empty());
+    clock.advance(SensorReader::longRead + 1ns);
+    EXPECT_EQ(readUntilAnswered(next), 61);
+    sensor->release();
+}
+
+TEST(SensorReader, HasFourThreadsAtMostBesidesThoseThatAreStuck) {
+    TestClock clock;
+    SensorReader reader(clock);
+    std::vector<std::shared_ptr<HeldChannel>> channels;
+    std::vector<std::shared_ptr<SensorReader::Request>> requests;
+    const auto ask = [&] {
+        channels.push_back(std::make_shared<HeldChannel>(clock));
+        channels.back()->hold();
+        requests.push_back(reader.ask(channels.back()));
+    };
+    for (int i = 0; i < SensorReader::mostThreads; ++i) {
+        ask();
+        channels.back()->awaitReads(1);
+        clock.advance(SensorReader::longRead + 1ns);
+    }
+    ask();
+    EXPECT_TRUE(channels.back()->readers().empty());
+    clock.advance(SensorReader::stuckAfter);
+    EXPECT_FALSE(reader.collect(*requests.back(), 0s).has_value());
+    channels.back()->awaitReads(1);
+    for (const auto& channel : channels) {
+        channel->release();
+    }
+    for (const auto& request : requests) {
+        while (!reader.collect(*request, 0s)) {
+            std::this_thread::yield();
+        }
+    }
+}
+
 TEST_F(PacedChannelTest, AnAwaitedAnswerCallsForAPoll) {
     sensor->hold();
     poll();
