@@ -10,7 +10,7 @@ failures=0
 good_tree() {
     local tree
     tree=$(mktemp -d "$trees/tree.XXXX")
-    mkdir -p "$tree"/src/{base,system,sensing,pixels,shell,environment,menubar,app,platform/linux/tray,platform/qt/drawing} "$tree"/tests/base
+    mkdir -p "$tree/docs" "$tree"/src/{base,system,sensing,pixels,shell,environment,menubar,app,platform/linux/tray,platform/qt/drawing} "$tree"/tests/base
     printf '#include <string>\n' >"$tree/src/base/Text.h"
     printf '#include "base/Text.h"\n' >"$tree/src/base/Word.h"
     printf '#include "base/Text.h"\n#include <utf8proc.h>\n' >"$tree/src/base/Text.cpp"
@@ -24,7 +24,8 @@ good_tree() {
     printf '#include <glib.h>\n#include <sys/stat.h>\n#include "shell/Menu.h"\n' >"$tree/src/platform/linux/tray/Tray.cpp"
     printf '#include "shell/Menu.h"\n' >"$tree/src/platform/qt/drawing/Painter.h"
     printf '#include "app/AppDelegate.h"\n' >"$tree/src/main.cpp"
-    printf 'TEST\n' >"$tree/tests/base/Text_test.cpp"
+    printf 'TEST(Text, IsKept) {\n' >"$tree/tests/base/Text_test.cpp"
+    printf '| Text is kept. | \140Text.IsKept\140 |\n' >"$tree/docs/reliability.md"
     printf 'fuzz\n' >"$tree/tests/base/Text_fuzz.cpp"
     printf '[{ "file": "%s/tests/base/Text_test.cpp" },\n { "file": "%s/tests/base/Text_fuzz.cpp" }]\n' \
         "$tree" "$tree" >"$tree/compile_commands.json"
@@ -54,7 +55,7 @@ refuses() {
     fi
 }
 
-for name in core_purity language_floor include_directions orphan_tests; do
+for name in core_purity language_floor include_directions orphan_tests promised_tests; do
     if ! output=$(check "$name" "$(good_tree)" 2>&1); then
         echo "$name refuses a good tree: $output"
         failures=$((failures + 1))
@@ -124,6 +125,7 @@ for row in 'base system' 'shell menubar' 'platform/linux/bus platform/linux/tray
     fi
 done
 
+refuses promised_tests docs/reliability.md '| Text is found. | \140Text.IsFound\140 |'
 refuses orphan_tests tests/base/Lonely_test.cpp TEST
 refuses orphan_tests tests/base/Lonely_fuzz.cpp fuzz
 
