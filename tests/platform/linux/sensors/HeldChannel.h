@@ -3,9 +3,12 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/sensors/SensorChannel.h"
@@ -13,20 +16,20 @@
 
 namespace thermopix {
 
-/// A clock that a test sets, read by any thread.
+/// A clock that a test sets, read by any thread. Copies show the same time, also to a read that outlives its test.
 class TestClock final : public MonotonicClock {
 public:
-    [[nodiscard]] std::chrono::nanoseconds now() const override { return std::chrono::nanoseconds(nanoseconds_); }
-    void advance(std::chrono::nanoseconds by) { nanoseconds_ += by.count(); }
+    [[nodiscard]] std::chrono::nanoseconds now() const override { return std::chrono::nanoseconds(*nanoseconds_); }
+    void advance(std::chrono::nanoseconds by) { *nanoseconds_ += by.count(); }
 
 private:
-    std::atomic<std::int64_t> nanoseconds_ = 0;
+    std::shared_ptr<std::atomic<std::int64_t>> nanoseconds_ = std::make_shared<std::atomic<std::int64_t>>(0);
 };
 
 /// A sensor whose reads take as long as a test says, on its clock, and that can be held in the middle of one.
 class HeldChannel final : public SensorChannel {
 public:
-    explicit HeldChannel(TestClock& clock, double celsius = 50) : clock_(clock), celsius_(celsius) {}
+    explicit HeldChannel(TestClock clock, double celsius = 50) : clock_(std::move(clock)), celsius_(celsius) {}
 
     std::optional<double> read() override {
         std::unique_lock lock(mutex_);
@@ -66,7 +69,7 @@ private:
         changed_.notify_all();
     }
 
-    TestClock& clock_;
+    TestClock clock_;
     bool isGone_ = false;
     std::mutex mutex_;
     std::condition_variable changed_;
