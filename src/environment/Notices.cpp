@@ -2,6 +2,8 @@
 
 #include <fmt/core.h>
 
+#include <string>
+
 #include "environment/AppInfo.h"
 
 namespace thermopix {
@@ -14,6 +16,10 @@ UserNotice settingsNotSavedNotice(std::string_view cause) {
 
 UserNotice openAtLoginNotice(std::string_view reason) {
     return {.title = "\"Open at login\" could not be changed", .body = fmt::format("{}.", reason)};
+}
+
+UserNotice windowsNotShownNotice(std::string_view reason) {
+    return {.title = fmt::format("{} cannot show its windows", AppInfo::name), .body = std::string(reason)};
 }
 
 }  // namespace thermopix

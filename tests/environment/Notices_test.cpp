@@ -14,7 +14,10 @@ TEST(Notices, SayWhyAndWhatHoldsMeanwhile) {
     const auto login = openAtLoginNotice("/home/user/entry starts another program, /bin/sh");
     EXPECT_EQ(login.title, "\"Open at login\" could not be changed");
     EXPECT_EQ(login.body, "/home/user/entry starts another program, /bin/sh.");
-    for (const auto& notice : {settings, login}) {
+    const auto windows = windowsNotShownNotice("There is no display to show windows on.");
+    EXPECT_EQ(windows.title, "Thermopix cannot show its windows");
+    EXPECT_EQ(windows.body, "There is no display to show windows on.");
+    for (const auto& notice : {settings, login, windows}) {
         EXPECT_FALSE(notice.isAnswer) << "it stays until it is read";
         EXPECT_EQ(notice.button, std::nullopt);
     }

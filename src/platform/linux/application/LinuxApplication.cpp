@@ -160,7 +160,7 @@ bool LinuxApplication::activateOtherRunningInstance() {
         return true;
     }
     if (error.matches(G_IO_ERROR, G_IO_ERROR_TIMED_OUT)) {
-        log_.diag(logCategory, "Thermopix is running already and does not answer; ending");
+        log_.diag(logCategory, std::string(AppInfo::name) + " is running already and does not answer; ending");
         exitStatus_ = EXIT_FAILURE;
         return true;
     }

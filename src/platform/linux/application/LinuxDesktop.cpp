@@ -11,6 +11,7 @@
 
 #include "environment/AppEnvironment.h"
 #include "environment/CommandLine.h"
+#include "environment/Notices.h"
 #include "platform/linux/bus/BusConnection.h"
 #include "platform/linux/files/CompanionProgram.h"
 #include "platform/linux/glib/GLibSignals.h"
@@ -40,8 +41,6 @@ std::optional<bool> hasTray(TrayPresence presence) {
     return presence == TrayPresence::unknown ? std::nullopt : std::optional(presence == TrayPresence::present);
 }
 
-constexpr const char* failureTitle = "Thermopix cannot show its windows";
-
 }  // namespace
 
 LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const EnvironmentVariables& variables)
@@ -65,13 +64,13 @@ LinuxDesktop::LinuxDesktop(LinuxPlatform& platform, Arguments arguments, const E
     platform.useDefaults(AppEnvironment::defaults(arguments, platform.userDefaults()));
     windowsEnd_ = windowClient_.onEnd([this](const WindowProcessEnd& end) {
         if (end.isFailure()) {
-            notification_.show({.title = failureTitle, .body = end.failure}, {});
+            notification_.show(windowsNotShownNotice(end.failure), {});
         }
     });
     // The strip comes back by itself; told once is enough.
     stripEnd_ = stripClient_.onEnd([this, isTold = false](const WindowProcessEnd& end) mutable {
         if (end.isFailure() && !std::exchange(isTold, true)) {
-            notification_.show({.title = failureTitle, .body = end.failure}, {});
+            notification_.show(windowsNotShownNotice(end.failure), {});
         }
     });
 

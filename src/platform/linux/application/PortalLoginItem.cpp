@@ -30,7 +30,7 @@ GVariant* questionOf(bool enabled, const std::string& token) {
     GVariantBuilder options;
     g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
     g_variant_builder_add(&options, "{sv}", "handle_token", g_variant_new_string(token.c_str()));
-    g_variant_builder_add(&options, "{sv}", "reason", g_variant_new_string("It shows the temperature from login on."));
+    g_variant_builder_add(&options, "{sv}", "reason", g_variant_new_string(openAtLoginReason));
     g_variant_builder_add(&options, "{sv}", "autostart", g_variant_new_boolean(enabled ? TRUE : FALSE));
     return g_variant_new("(sa{sv})", "", &options);
 }
